@@ -1,0 +1,31 @@
+#pragma once
+#include <string>
+#include <string_view>
+
+#include "core/runtime/value.hpp"
+
+// Calendar arithmetic on the runtime's date serials (days since 30/12/1899).
+namespace tpv::fecha {
+
+struct Partes {
+    int anio = 1899, mes = 12, dia = 30;
+    int hora = 0, minuto = 0, segundo = 0;
+};
+
+bool EsFechaValida(int anio, int mes, int dia);
+DateTime DesdeFecha(int anio, int mes, int dia);             // no check: the caller validates
+DateTime DesdeHora(int hora, int minuto, int segundo);
+Partes Descomponer(DateTime d);                               // rounds to the second
+
+// The machine's clock, in local time.
+DateTime Ahora();
+DateTime Hoy();
+
+// Invariant forms used by the data layer: "yyyy-mm-dd", "hh:mm:ss",
+// "yyyy-mm-dd hh:mm:ss"; a day-0 value prints as a time alone, a value
+// without time as a date alone.
+std::string ATextoIso(DateTime d);
+// Reads those forms back; false when the text is not one of them.
+bool DesdeTextoIso(std::string_view text, DateTime& out);
+
+}  // namespace tpv::fecha
