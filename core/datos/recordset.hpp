@@ -79,6 +79,7 @@ private:
     void RequireCurrent() const;
     void RequireOpen() const;
     void RequireUpdatable() const;
+    void SkipDeleted(int step);
 
     struct Impl;
     std::unique_ptr<Impl> p_;

@@ -1,0 +1,42 @@
+#pragma once
+#include <string>
+#include <vector>
+
+#include "core/datos/tipos.hpp"
+
+namespace tpv::datos {
+
+struct ColumnDef {
+    ColumnInfo info;
+    std::string defaultValue;  // as written in the schema file; "" when none
+};
+
+struct TableDef {
+    std::string name;
+    std::vector<ColumnDef> columns;
+};
+
+struct IndexDef {
+    std::string name, table;
+    std::vector<std::string> columns;
+    bool unique = false;
+};
+
+struct SchemaDef {
+    std::vector<TableDef> tables;
+    std::vector<IndexDef> indexes;
+};
+
+// Reads a schema file (see core/schema/README.txt). Throws RuntimeError with
+// the file and line of a mistake.
+SchemaDef LeerEsquema(const std::string& path);
+SchemaDef LeerEsquemaTexto(const std::string& text, const std::string& origin = "esquema");
+
+// The folder that holds the schema files.
+std::string CarpetaEsquemas();
+
+// Makes a new database at the URI with the tables of the schema file: a new
+// SQLite file, or the tables in an existing, empty PostgreSQL database.
+void CrearBaseDeDatos(const std::string& uri, const std::string& schemaFile);
+
+}  // namespace tpv::datos

@@ -1,0 +1,61 @@
+#pragma once
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/datos/tipos.hpp"
+
+namespace tpv::datos {
+
+struct SchemaDef;
+
+// How an engine writes the pieces of a statement that differ between engines.
+// The translator walks the syntax tree and asks the dialect for these.
+class Dialect {
+public:
+    virtual ~Dialect() = default;
+    virtual std::string QuoteIdent(const std::string& name) const = 0;
+    virtual std::string Placeholder(int index) const = 0;  // index from 1
+    // text of a and b joined, NULL taken as empty
+    virtual std::string Concat(const std::string& a, ColType ta, const std::string& b, ColType tb) const = 0;
+    // Jet's LIKE: without regard to case, with % _ and [set]
+    virtual std::string Like(const std::string& value, const std::string& pattern) const = 0;
+    // a text compared without regard to case when it is no column of its own
+    virtual std::string TextCollate(const std::string& expr) const = 0;
+    virtual std::string Divide(const std::string& a, const std::string& b) const = 0;
+    virtual std::string RowKey() const = 0;                     // the hidden key of a row
+    virtual std::string CastForSum(const std::string& expr, ColType type) const { (void)type; return expr; }
+    // A literal given to the statement, as a parameter of the engine.
+    virtual Value Bind(const Value& v, ColType target) const = 0;
+};
+
+// One database engine. Statements reach it already translated.
+class Engine {
+public:
+    virtual ~Engine() = default;
+    virtual const Dialect& dialect() const = 0;
+    // Runs a translated statement with its parameters. Rows come back raw:
+    // the session gives them their types.
+    virtual Result Run(const std::string& sql, const std::vector<Value>& params, bool returnsRows) = 0;
+    virtual Catalog LoadCatalog() = 0;
+    virtual std::string DefaultDatabase() const = 0;
+    virtual void CreateSchema(const SchemaDef& schema) = 0;
+    virtual void Begin() = 0;
+    virtual void Commit() = 0;
+    virtual void Rollback() = 0;
+
+    // Writes of an updatable recordset. The image is the row as it was read,
+    // every column of the table in order; a write finds the row by its key and
+    // only while every column still holds what was read. Each returns the rows
+    // changed (0: somebody else changed or deleted the row).
+    virtual std::vector<Value> InsertRow(const TableInfo& table, const std::vector<int>& columns,
+                                         const std::vector<Value>& values) = 0;  // returns key + image
+    virtual long long UpdateRow(const TableInfo& table, const Value& key, const std::vector<Value>& image,
+                                const std::vector<int>& columns, const std::vector<Value>& values) = 0;
+    virtual long long DeleteRow(const TableInfo& table, const Value& key, const std::vector<Value>& image) = 0;
+};
+
+std::unique_ptr<Engine> OpenSqlite(const std::string& path, bool create);
+std::unique_ptr<Engine> OpenPostgres(const std::string& uri);
+
+}  // namespace tpv::datos

@@ -1,0 +1,383 @@
+// The embedded engine: one SQLite file per shop, shared by the tills of the
+// shop on one machine. WAL journal and a busy timeout let several till
+// processes write the same file without "database is locked" reaching anyone.
+#include <sqlite3.h>
+
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <thread>
+#include <unordered_map>
+
+#include "core/datos/esquema.hpp"
+#include "core/datos/motor.hpp"
+#include "core/runtime/error.hpp"
+#include "core/runtime/fecha.hpp"
+#include "core/runtime/unicode.hpp"
+
+namespace tpv::datos {
+
+namespace {
+
+// Text of a number as the runtime joins it to text: decimal comma.
+std::string TextoNumero(double v) {
+    if (v == std::floor(v) && std::fabs(v) < 1e15) {
+        char buf[32];
+        std::snprintf(buf, sizeof buf, "%.0f", v);
+        return buf;
+    }
+    char buf[40];
+    std::snprintf(buf, sizeof buf, "%.15g", v);
+    std::string s = buf;
+    for (char& c : s)
+        if (c == '.') c = ',';
+    return s;
+}
+
+class SqliteDialect : public Dialect {
+public:
+    std::string QuoteIdent(const std::string& name) const override {
+        std::string out = "\"";
+        for (char c : name) {
+            if (c == '"') out += '"';
+            out += c;
+        }
+        return out + "\"";
+    }
+    std::string Placeholder(int) const override { return "?"; }
+    std::string Concat(const std::string& a, ColType ta, const std::string& b, ColType tb) const override {
+        return Part(a, ta) + " || " + Part(b, tb);
+    }
+    std::string Like(const std::string& value, const std::string& pattern) const override {
+        return "jet_like(" + value + ", " + pattern + ")";
+    }
+    std::string TextCollate(const std::string& expr) const override { return expr + " COLLATE JET"; }
+    std::string Divide(const std::string& a, const std::string& b) const override {
+        return "CAST(" + a + " AS REAL) / " + b;
+    }
+    std::string RowKey() const override { return "rowid"; }
+    Value Bind(const Value& v, ColType) const override {
+        if (v.kind() == Value::Kind::Date) return Value(fecha::ATextoIso(v.date()));
+        return v;
+    }
+
+private:
+    static std::string Part(const std::string& e, ColType t) {
+        if (t == ColType::Text) return "COALESCE(" + e + ", '')";
+        return "jet_text(" + e + ")";
+    }
+};
+
+const SqliteDialect kDialect;
+
+int CollateJet(void*, int na, const void* a, int nb, const void* b) {
+    return unicode::CompareText(std::string_view(static_cast<const char*>(a), static_cast<std::size_t>(na)),
+                                std::string_view(static_cast<const char*>(b), static_cast<std::size_t>(nb)));
+}
+
+std::string_view ArgText(sqlite3_value* v) {
+    const unsigned char* t = sqlite3_value_text(v);
+    return t ? std::string_view(reinterpret_cast<const char*>(t), static_cast<std::size_t>(sqlite3_value_bytes(v)))
+             : std::string_view();
+}
+
+void FuncLike(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
+        sqlite3_result_null(ctx);
+        return;
+    }
+    std::string_view text = ArgText(argv[0]);
+    std::string_view pattern = ArgText(argv[1]);
+    sqlite3_result_int(ctx, unicode::Like(text, pattern) ? 1 : 0);
+}
+
+void FuncText(sqlite3_context* ctx, int, sqlite3_value** argv) {
+    switch (sqlite3_value_type(argv[0])) {
+        case SQLITE_NULL: sqlite3_result_text(ctx, "", 0, SQLITE_STATIC); return;
+        case SQLITE_INTEGER:
+        case SQLITE_FLOAT: {
+            std::string s = TextoNumero(sqlite3_value_double(argv[0]));
+            sqlite3_result_text(ctx, s.c_str(), static_cast<int>(s.size()), SQLITE_TRANSIENT);
+            return;
+        }
+        default: sqlite3_result_value(ctx, argv[0]);
+    }
+}
+
+ColType TypeFromDecl(std::string decl) {
+    for (char& c : decl) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    if (decl.rfind("FLAG", 0) == 0 || decl.rfind("BOOL", 0) == 0) return ColType::Flag;
+    if (decl.rfind("DATE", 0) == 0) return ColType::Date;
+    if (decl.rfind("TIME", 0) == 0) return ColType::Time;
+    if (decl.find("INT") != std::string::npos) return ColType::Integer;
+    if (decl.find("CHAR") != std::string::npos || decl.find("TEXT") != std::string::npos ||
+        decl.find("CLOB") != std::string::npos)
+        return ColType::Text;
+    if (decl.find("REAL") != std::string::npos || decl.find("FLOA") != std::string::npos ||
+        decl.find("DOUB") != std::string::npos || decl.find("NUM") != std::string::npos ||
+        decl.find("DEC") != std::string::npos)
+        return ColType::Double;
+    return ColType::Unknown;
+}
+
+const char* DeclOf(ColType t) {
+    switch (t) {
+        case ColType::Integer: return "INTEGER";
+        case ColType::Double: return "DOUBLE";
+        case ColType::Text: return "TEXT COLLATE JET";
+        case ColType::Date: return "DATE";
+        case ColType::Time: return "TIME";
+        case ColType::Flag: return "FLAG";
+        default: return "";
+    }
+}
+
+class SqliteEngine : public Engine {
+public:
+    SqliteEngine(const std::string& path, bool create) : path_(path) {
+        int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
+        int rc = sqlite3_open_v2(path.c_str(), &db_, flags, nullptr);
+        if (rc != SQLITE_OK) {
+            std::string msg = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
+            sqlite3_close(db_);
+            db_ = nullptr;
+            throw DbError(std::to_string(rc), "No se puede abrir la base de datos '" + path + "': " + msg, "");
+        }
+        sqlite3_extended_result_codes(db_, 1);
+        sqlite3_busy_timeout(db_, 15000);
+        sqlite3_create_collation(db_, "JET", SQLITE_UTF8, nullptr, CollateJet);
+        sqlite3_create_function(db_, "jet_like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, FuncLike, nullptr, nullptr);
+        sqlite3_create_function(db_, "jet_text", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, FuncText, nullptr, nullptr);
+        Simple("PRAGMA journal_mode=WAL");
+        Simple("PRAGMA synchronous=NORMAL");
+    }
+
+    ~SqliteEngine() override {
+        for (auto& [k, st] : cache_) sqlite3_finalize(st);
+        sqlite3_close_v2(db_);
+    }
+
+    const Dialect& dialect() const override { return kDialect; }
+
+    Result Run(const std::string& sql, const std::vector<Value>& params, bool returnsRows) override {
+        sqlite3_stmt* st = Prepare(sql);
+        struct Reset {
+            sqlite3_stmt* s;
+            ~Reset() {
+                sqlite3_reset(s);
+                sqlite3_clear_bindings(s);
+            }
+        } reset{st};
+        for (std::size_t i = 0; i < params.size(); ++i) BindOne(st, static_cast<int>(i + 1), params[i], sql);
+        Result r;
+        int ncol = sqlite3_column_count(st);
+        if (returnsRows)
+            for (int c = 0; c < ncol; ++c) r.names.emplace_back(sqlite3_column_name(st, c));
+        for (int attempt = 0;; ++attempt) {
+            int rc = sqlite3_step(st);
+            if (rc == SQLITE_ROW) {
+                std::vector<Value> row;
+                row.reserve(static_cast<std::size_t>(ncol));
+                for (int c = 0; c < ncol; ++c) row.push_back(Column(st, c));
+                r.rows.push_back(std::move(row));
+                continue;
+            }
+            if (rc == SQLITE_DONE) break;
+            if ((rc & 0xFF) == SQLITE_BUSY && r.rows.empty() && attempt < 50) {
+                sqlite3_reset(st);
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
+                continue;
+            }
+            Throw(rc, sql);
+        }
+        r.changes = returnsRows ? 0 : sqlite3_changes(db_);
+        return r;
+    }
+
+    Catalog LoadCatalog() override {
+        Catalog cat;
+        Result tables = Run("SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%'", {}, true);
+        for (auto& row : tables.rows) {
+            TableInfo t;
+            t.name = row[0].text();
+            Result cols = Run("SELECT name, type FROM pragma_table_info(?)", {Value(t.name)}, true);
+            for (auto& c : cols.rows) t.columns.push_back(ColumnInfo{c[0].text(), TypeFromDecl(c[1].IsNull() ? "" : c[1].text())});
+            cat.Add(std::move(t));
+        }
+        return cat;
+    }
+
+    std::string DefaultDatabase() const override {
+        std::string p = path_;
+        auto slash = p.find_last_of('/');
+        auto dot = p.find_last_of('.');
+        if (dot != std::string::npos && (slash == std::string::npos || dot > slash)) p.resize(dot);
+        return p;
+    }
+
+    void CreateSchema(const SchemaDef& schema) override {
+        Begin();
+        try {
+            for (const TableDef& t : schema.tables) {
+                std::string ddl = "CREATE TABLE " + kDialect.QuoteIdent(t.name) + " (";
+                for (std::size_t i = 0; i < t.columns.size(); ++i) {
+                    const ColumnDef& c = t.columns[i];
+                    if (i) ddl += ", ";
+                    ddl += kDialect.QuoteIdent(c.info.name) + " " + DeclOf(c.info.type);
+                    if (!c.defaultValue.empty()) ddl += " DEFAULT " + c.defaultValue;
+                }
+                ddl += ")";
+                Simple(ddl);
+            }
+            for (const IndexDef& ix : schema.indexes) {
+                std::string ddl = std::string(ix.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
+                                  kDialect.QuoteIdent(ix.name) + " ON " + kDialect.QuoteIdent(ix.table) + " (";
+                for (std::size_t i = 0; i < ix.columns.size(); ++i) ddl += (i ? ", " : "") + kDialect.QuoteIdent(ix.columns[i]);
+                Simple(ddl + ")");
+            }
+            Commit();
+        } catch (...) {
+            Rollback();
+            throw;
+        }
+    }
+
+    void Begin() override { Simple("BEGIN IMMEDIATE"); }
+    void Commit() override { Simple("COMMIT"); }
+    void Rollback() override {
+        if (!sqlite3_get_autocommit(db_)) Simple("ROLLBACK");
+    }
+
+    std::vector<Value> InsertRow(const TableInfo& t, const std::vector<int>& columns, const std::vector<Value>& values) override {
+        std::string sql;
+        std::vector<Value> params;
+        if (columns.empty()) {
+            sql = "INSERT INTO " + kDialect.QuoteIdent(t.name) + " DEFAULT VALUES";
+        } else {
+            sql = "INSERT INTO " + kDialect.QuoteIdent(t.name) + " (";
+            std::string marks;
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                sql += (i ? ", " : "") + kDialect.QuoteIdent(t.columns[static_cast<std::size_t>(columns[i])].name);
+                marks += i ? ", ?" : "?";
+                params.push_back(kDialect.Bind(values[i], t.columns[static_cast<std::size_t>(columns[i])].type));
+            }
+            sql += ") VALUES (" + marks + ")";
+        }
+        Run(sql, params, false);
+        long long id = sqlite3_last_insert_rowid(db_);
+        Result r = Run("SELECT rowid, " + ColumnList(t) + " FROM " + kDialect.QuoteIdent(t.name) + " WHERE rowid = ?",
+                       {Value(id)}, true);
+        if (r.rows.empty()) throw DbError("fila", "No se encuentra la fila recién insertada.", sql);
+        return r.rows[0];
+    }
+
+    long long UpdateRow(const TableInfo& t, const Value& key, const std::vector<Value>& image,
+                        const std::vector<int>& columns, const std::vector<Value>& values) override {
+        if (columns.empty()) return 1;
+        std::string sql = "UPDATE " + kDialect.QuoteIdent(t.name) + " SET ";
+        std::vector<Value> params;
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            const ColumnInfo& c = t.columns[static_cast<std::size_t>(columns[i])];
+            sql += (i ? ", " : "") + kDialect.QuoteIdent(c.name) + " = ?";
+            params.push_back(kDialect.Bind(values[i], c.type));
+        }
+        sql += " WHERE rowid = ?" + ImageCondition(t, image, params, key);
+        return Run(sql, params, false).changes;
+    }
+
+    long long DeleteRow(const TableInfo& t, const Value& key, const std::vector<Value>& image) override {
+        std::vector<Value> params;
+        std::string sql = "DELETE FROM " + kDialect.QuoteIdent(t.name) + " WHERE rowid = ?" + ImageCondition(t, image, params, key);
+        return Run(sql, params, false).changes;
+    }
+
+private:
+    static std::string ColumnList(const TableInfo& t) {
+        std::string s;
+        for (std::size_t i = 0; i < t.columns.size(); ++i) s += (i ? ", " : "") + kDialect.QuoteIdent(t.columns[i].name);
+        return s;
+    }
+
+    // Every column must still hold what was read (byte for byte, case too).
+    static std::string ImageCondition(const TableInfo& t, const std::vector<Value>& image, std::vector<Value>& params,
+                                      const Value& key) {
+        params.push_back(key);
+        std::string s;
+        for (std::size_t i = 0; i < t.columns.size() && i < image.size(); ++i) {
+            s += " AND " + kDialect.QuoteIdent(t.columns[i].name) + " IS ? COLLATE BINARY";
+            params.push_back(image[i]);
+        }
+        return s;
+    }
+
+    void Simple(const std::string& sql) {
+        char* err = nullptr;
+        int rc = sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &err);
+        if (rc != SQLITE_OK) {
+            std::string msg = err ? err : sqlite3_errstr(rc);
+            sqlite3_free(err);
+            throw DbError(std::to_string(rc), msg, sql);
+        }
+    }
+
+    sqlite3_stmt* Prepare(const std::string& sql) {
+        auto it = cache_.find(sql);
+        if (it != cache_.end()) return it->second;
+        if (cache_.size() > 400) {
+            for (auto& [k, st] : cache_) sqlite3_finalize(st);
+            cache_.clear();
+        }
+        sqlite3_stmt* st = nullptr;
+        int rc = sqlite3_prepare_v3(db_, sql.c_str(), static_cast<int>(sql.size()), SQLITE_PREPARE_PERSISTENT, &st, nullptr);
+        if (rc != SQLITE_OK) Throw(rc, sql);
+        cache_.emplace(sql, st);
+        return st;
+    }
+
+    void BindOne(sqlite3_stmt* st, int i, const Value& v, const std::string& sql) {
+        int rc = SQLITE_OK;
+        switch (v.kind()) {
+            case Value::Kind::Null: rc = sqlite3_bind_null(st, i); break;
+            case Value::Kind::Integer: rc = sqlite3_bind_int64(st, i, v.integer()); break;
+            case Value::Kind::Double: rc = sqlite3_bind_double(st, i, v.real()); break;
+            case Value::Kind::Text:
+                rc = sqlite3_bind_text(st, i, v.text().data(), static_cast<int>(v.text().size()), SQLITE_TRANSIENT);
+                break;
+            case Value::Kind::Date: {
+                std::string s = fecha::ATextoIso(v.date());
+                rc = sqlite3_bind_text(st, i, s.data(), static_cast<int>(s.size()), SQLITE_TRANSIENT);
+                break;
+            }
+        }
+        if (rc != SQLITE_OK) Throw(rc, sql);
+    }
+
+    static Value Column(sqlite3_stmt* st, int c) {
+        switch (sqlite3_column_type(st, c)) {
+            case SQLITE_INTEGER: return Value(static_cast<long long>(sqlite3_column_int64(st, c)));
+            case SQLITE_FLOAT: return Value(sqlite3_column_double(st, c));
+            case SQLITE_TEXT:
+            case SQLITE_BLOB: {
+                const char* t = reinterpret_cast<const char*>(sqlite3_column_text(st, c));
+                return Value(std::string(t ? t : "", static_cast<std::size_t>(sqlite3_column_bytes(st, c))));
+            }
+            default: return Value();
+        }
+    }
+
+    [[noreturn]] void Throw(int rc, const std::string& sql) {
+        throw DbError(std::to_string(rc), sqlite3_errmsg(db_), sql);
+    }
+
+    sqlite3* db_ = nullptr;
+    std::string path_;
+    std::unordered_map<std::string, sqlite3_stmt*> cache_;
+};
+
+}  // namespace
+
+std::unique_ptr<Engine> OpenSqlite(const std::string& path, bool create) {
+    return std::make_unique<SqliteEngine>(path, create);
+}
+
+}  // namespace tpv::datos

@@ -1,0 +1,271 @@
+#include "core/datos/session.hpp"
+
+#include <charconv>
+#include <cmath>
+
+#include "core/runtime/error.hpp"
+#include "core/runtime/fecha.hpp"
+#include "core/runtime/unicode.hpp"
+
+namespace tpv::datos {
+
+namespace {
+
+bool Digits(std::string_view s, std::size_t& i, int& v, int maxLen) {
+    std::size_t start = i;
+    v = 0;
+    while (i < s.size() && s[i] >= '0' && s[i] <= '9' && static_cast<int>(i - start) < maxLen) v = v * 10 + (s[i++] - '0');
+    return i > start;
+}
+
+// "hh:mm[:ss]" from position i.
+bool ReadTime(std::string_view s, std::size_t& i, double& frac) {
+    int h, m, sec = 0;
+    if (!Digits(s, i, h, 2) || i >= s.size() || s[i] != ':') return false;
+    ++i;
+    if (!Digits(s, i, m, 2)) return false;
+    if (i < s.size() && s[i] == ':') {
+        ++i;
+        if (!Digits(s, i, sec, 2)) return false;
+    }
+    if (h > 23 || m > 59 || sec > 59) return false;
+    frac = fecha::DesdeHora(h, m, sec).serial;
+    return true;
+}
+
+std::string_view Trim(std::string_view s) {
+    while (!s.empty() && (s.front() == ' ' || s.front() == '\t')) s.remove_prefix(1);
+    while (!s.empty() && (s.back() == ' ' || s.back() == '\t')) s.remove_suffix(1);
+    return s;
+}
+
+// A date: first/second/year with an optional time; monthFirst says which of
+// the first two is the month. Jet takes the other order when the month is
+// impossible (#15/11/2026# is the 15th of November).
+bool ReadDate(std::string_view text, bool monthFirst, DateTime& out) {
+    std::string_view s = Trim(text);
+    std::size_t i = 0;
+    double frac = 0;
+    if (ReadTime(s, i, frac) && i == s.size()) {
+        out = DateTime{frac};
+        return true;
+    }
+    i = 0;
+    int a, b, y;
+    if (!Digits(s, i, a, 4)) return false;
+    if (i < s.size() && s[i] == '-' && i == 4) {  // yyyy-mm-dd
+        ++i;
+        if (!Digits(s, i, b, 2) || i >= s.size() || s[i] != '-') return false;
+        ++i;
+        int d;
+        if (!Digits(s, i, d, 2) || !fecha::EsFechaValida(a, b, d)) return false;
+        out = fecha::DesdeFecha(a, b, d);
+    } else {
+        if (i >= s.size() || (s[i] != '/' && s[i] != '-' && s[i] != '.')) return false;
+        char sep = s[i++];
+        if (!Digits(s, i, b, 2) || i >= s.size() || s[i] != sep) return false;
+        ++i;
+        std::size_t ys = i;
+        if (!Digits(s, i, y, 4)) return false;
+        if (i - ys <= 2) y += y < 30 ? 2000 : 1900;
+        int m = monthFirst ? a : b, d = monthFirst ? b : a;
+        if (!fecha::EsFechaValida(y, m, d)) std::swap(m, d);
+        if (!fecha::EsFechaValida(y, m, d)) return false;
+        out = fecha::DesdeFecha(y, m, d);
+    }
+    while (i < s.size() && s[i] == ' ') ++i;
+    if (i < s.size()) {
+        if (!ReadTime(s, i, frac)) return false;
+        out.serial += frac;
+    }
+    return i == s.size();
+}
+
+[[noreturn]] void Mismatch(const std::string& sql) {
+    throw DbError("tipos", "No coinciden los tipos de datos en la expresión de criterios.", sql);
+}
+
+}  // namespace
+
+bool LeerNumeroRegional(std::string_view text, double& out) {
+    std::string_view s = Trim(text);
+    std::string clean;
+    std::size_t i = 0;
+    if (i < s.size() && (s[i] == '-' || s[i] == '+')) clean += s[i++];
+    bool digits = false, comma = false;
+    for (; i < s.size(); ++i) {
+        char c = s[i];
+        if (c >= '0' && c <= '9') {
+            clean += c;
+            digits = true;
+        } else if (c == '.' && !comma) {
+            continue;  // thousands
+        } else if (c == ',' && !comma) {
+            comma = true;
+            clean += '.';
+        } else if ((c == 'e' || c == 'E') && digits) {
+            clean += 'e';
+            if (i + 1 < s.size() && (s[i + 1] == '-' || s[i + 1] == '+')) clean += s[++i];
+        } else {
+            return false;
+        }
+    }
+    if (!digits) return false;
+    const char* b = clean.data();
+    if (*b == '+') ++b;
+    auto [p, ec] = std::from_chars(b, clean.data() + clean.size(), out);
+    return ec == std::errc() && p == clean.data() + clean.size();
+}
+
+Value LiteralValue(const Token& t, const SlotPlan& plan, const std::string& sql) {
+    switch (t.kind) {
+        case Tok::Number: {
+            bool whole = t.text.find_first_of(".eE") == std::string::npos;
+            if (whole && t.text.size() < 18 && plan.target != ColType::Double) return Value(std::stoll(t.text));
+            double d = 0;
+            std::from_chars(t.text.data(), t.text.data() + t.text.size(), d);
+            return Value(d);
+        }
+        case Tok::Date: {
+            DateTime d;
+            if (!ReadDate(t.text, true, d))
+                throw DbError("sintaxis", "Error de sintaxis en la fecha de la expresión de consulta '#" + t.text + "#'.", sql);
+            return Value(d);
+        }
+        case Tok::String:
+            switch (plan.target) {
+                case ColType::Integer:
+                case ColType::Double:
+                case ColType::Flag: {
+                    double d;
+                    if (!LeerNumeroRegional(t.text, d)) Mismatch(sql);
+                    if (plan.target != ColType::Double && d == std::floor(d) && std::fabs(d) < 9e15)
+                        return Value(static_cast<long long>(d));
+                    return Value(d);
+                }
+                case ColType::Date:
+                case ColType::Time: {
+                    DateTime d;
+                    if (!ReadDate(t.text, false, d)) Mismatch(sql);
+                    return Value(d);
+                }
+                default: return Value(t.text);
+            }
+        default: return Value();
+    }
+}
+
+Session::Session(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) { catalog_ = engine_->LoadCatalog(); }
+
+void Session::ReloadCatalog() {
+    cache_.clear();
+    catalog_ = engine_->LoadCatalog();
+}
+
+std::shared_ptr<Translation> Session::Find(const std::string& jetSql, const Lexed& lexed) {
+    auto it = cache_.find(lexed.shape);
+    if (it != cache_.end()) return it->second;
+    std::shared_ptr<Translation> t;
+    try {
+        t = Translate(jetSql, lexed, catalog_);
+    } catch (const TablaDesconocida&) {
+        // Perhaps made since we opened (a tool, another till): look once more.
+        ReloadCatalog();
+        try {
+            t = Translate(jetSql, lexed, catalog_);
+        } catch (const TablaDesconocida& e) {
+            throw DbError("tabla", "No se encuentra la tabla o consulta de entrada '" + e.name + "'.", jetSql);
+        }
+    }
+    if (cache_.size() > 2000) cache_.clear();
+    cache_.emplace(lexed.shape, t);
+    return t;
+}
+
+Prepared Session::Prepare(const std::string& jetSql, bool writable) {
+    Lexed lexed;
+    Lex(jetSql, lexed);
+    Prepared p;
+    p.translation = Find(jetSql, lexed);
+    Translation& t = *p.translation;
+
+    std::vector<Value> values;
+    values.reserve(lexed.literals.size());
+    for (std::size_t i = 0; i < lexed.literals.size(); ++i) values.push_back(LiteralValue(*lexed.literals[i], t.slots[i], jetSql));
+
+    unsigned mask = 0;
+    for (std::size_t k = 0; k < t.likeSlots.size(); ++k) {
+        const Value& v = values[static_cast<std::size_t>(t.likeSlots[k])];
+        if (v.kind() != Value::Kind::Text || unicode::HasLikeWildcard(v.text())) mask |= 1u << k;
+    }
+    unsigned key = mask | (writable && t.baseTable ? 0x80000000u : 0u);
+    const Rendered* r;
+    {
+        std::lock_guard<std::mutex> lock(t.mu);
+        auto it = t.variants.find(key);
+        if (it == t.variants.end()) it = t.variants.emplace(key, Render(t, engine_->dialect(), mask, writable && t.baseTable)).first;
+        r = &it->second;
+    }
+    const Dialect& d = engine_->dialect();
+    int n = 0;
+    for (const Chunk& c : r->chunks) {
+        if (c.slot < 0) {
+            p.sql += c.text;
+            continue;
+        }
+        const Value& v = values[static_cast<std::size_t>(c.slot)];
+        if (t.slots[static_cast<std::size_t>(c.slot)].inlineInt) {
+            if (v.kind() != Value::Kind::Integer) throw DbError("sintaxis", "Se esperaba un número entero.", jetSql);
+            p.sql += std::to_string(v.integer());
+            continue;
+        }
+        p.sql += d.Placeholder(++n);
+        p.params.push_back(d.Bind(v, t.slots[static_cast<std::size_t>(c.slot)].target));
+    }
+    return p;
+}
+
+Value Session::Typed(const Value& raw, ColType type) {
+    switch (type) {
+        case ColType::Double:
+            if (raw.kind() == Value::Kind::Integer) return Value(static_cast<double>(raw.integer()));
+            return raw;
+        case ColType::Date:
+        case ColType::Time:
+            if (raw.kind() == Value::Kind::Text) {
+                DateTime d;
+                if (fecha::DesdeTextoIso(raw.text(), d)) return Value(d);
+                return raw;
+            }
+            if (raw.IsNumber()) return Value(DateTime{raw.number()});
+            return raw;
+        case ColType::Integer:
+        case ColType::Flag:
+            if (raw.kind() == Value::Kind::Double && raw.real() == std::floor(raw.real()) && std::fabs(raw.real()) < 9e15)
+                return Value(static_cast<long long>(raw.real()));
+            return raw;
+        default: return raw;
+    }
+}
+
+Result Session::Run(const std::string& jetSql, bool writable, std::shared_ptr<Translation>* translation) {
+    Prepared p = Prepare(jetSql, writable);
+    const Translation& t = *p.translation;
+    Result r;
+    try {
+        r = engine_->Run(p.sql, p.params, t.returnsRows);
+    } catch (const DbError& e) {
+        // Name the statement as the program wrote it, not as the engine got it.
+        throw DbError(e.EngineCode(), std::string(e.what()).substr(0, std::string(e.what()).find(" [")), jetSql);
+    }
+    if (t.returnsRows) {
+        r.names = t.names;
+        r.types = t.types;
+        for (auto& row : r.rows)
+            for (std::size_t c = 0; c < t.types.size() && c < row.size(); ++c) row[c] = Typed(row[c], t.types[c]);
+    }
+    if (translation) *translation = p.translation;
+    return r;
+}
+
+}  // namespace tpv::datos
