@@ -1,0 +1,149 @@
+// tpvdemo: makes a fresh shop database, and its reporting source, filled with
+// a demo shop for the terminal "CAJA1".
+//
+//   tpvdemo [--size small|large] [--force] DATABASE [REPORTING_DATABASE]
+//
+// Without REPORTING_DATABASE a file "informes.db" beside DATABASE is used.
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "core/datos/connection.hpp"
+#include "core/datos/esquema.hpp"
+#include "core/datos/recordset.hpp"
+#include "core/runtime/fecha.hpp"
+#include "tools/demo/tienda_demo.hpp"
+
+namespace fs = std::filesystem;
+using namespace tpv;
+
+namespace {
+
+struct Argumentos {
+    demo::Tamano tamano = demo::Tamano::Pequena;
+    bool forzar = false;
+    std::string tienda;
+    std::string informes;
+};
+
+void Uso() {
+    std::fprintf(stderr,
+                 "uso: tpvdemo [--size small|large] [--force] BASE_DE_DATOS [BASE_DE_INFORMES]\n"
+                 "  --size small   unas decenas de productos (por defecto)\n"
+                 "  --size large   200.000 productos, 300.000 codigos extra, 50.000 clientes\n"
+                 "  --force        sustituye las bases de datos que ya existan\n");
+}
+
+bool LeerTamano(std::string_view valor, demo::Tamano& tamano) {
+    if (valor == "small") tamano = demo::Tamano::Pequena;
+    else if (valor == "large") tamano = demo::Tamano::Grande;
+    else return false;
+    return true;
+}
+
+bool LeerArgumentos(int argc, char** argv, Argumentos& a) {
+    for (int i = 1; i < argc; ++i) {
+        const std::string_view arg = argv[i];
+        if (arg == "--force") {
+            a.forzar = true;
+        } else if (arg == "--size") {
+            if (++i >= argc || !LeerTamano(argv[i], a.tamano)) return false;
+        } else if (arg.starts_with("--size=")) {
+            if (!LeerTamano(arg.substr(7), a.tamano)) return false;
+        } else if (arg.starts_with("-")) {
+            return false;
+        } else if (a.tienda.empty()) {
+            a.tienda = arg;
+        } else if (a.informes.empty()) {
+            a.informes = arg;
+        } else {
+            return false;
+        }
+    }
+    return !a.tienda.empty();
+}
+
+bool EsServidor(const std::string& uri) {
+    return uri.starts_with("postgresql://") || uri.starts_with("postgres://");
+}
+
+// The file behind an SQLite URI: the path itself, or what follows "sqlite:".
+fs::path Fichero(const std::string& uri) {
+    return fs::path(uri.starts_with("sqlite:") ? uri.substr(7) : uri);
+}
+
+// A file database is made anew: an existing one is refused, or removed with
+// --force together with the journals beside it. A server database is left
+// to the schema loader.
+bool PrepararDestino(const std::string& uri, bool forzar) {
+    if (EsServidor(uri)) return true;
+    const fs::path f = Fichero(uri);
+    if (fs::exists(f)) {
+        if (!forzar) {
+            std::fprintf(stderr, "tpvdemo: %s ya existe (use --force para sustituirla)\n", f.c_str());
+            return false;
+        }
+        for (const char* resto : {"", "-wal", "-shm", "-journal"}) fs::remove(f.string() + resto);
+    }
+    if (f.has_parent_path()) fs::create_directories(f.parent_path());
+    return true;
+}
+
+void Resumen(Connection& cn, const std::string& esquema) {
+    for (const datos::TableDef& tabla : datos::LeerEsquema(esquema).tables) {
+        Recordset rs;
+        rs.Open("select count(*) as n from " + tabla.name, cn, adOpenStatic);
+        const long long n = static_cast<long long>(rs.Get("n").number());
+        if (n > 0) std::printf("  %-30s %9lld\n", tabla.name.c_str(), n);
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Argumentos a;
+    if (!LeerArgumentos(argc, argv, a)) {
+        Uso();
+        return 2;
+    }
+    if (a.informes.empty()) {
+        if (EsServidor(a.tienda)) {
+            std::fprintf(stderr, "tpvdemo: con un servidor hay que indicar la base de informes\n");
+            return 2;
+        }
+        a.informes = (Fichero(a.tienda).parent_path() / "informes.db").string();
+    }
+
+    const std::string esquemaTienda = datos::CarpetaEsquemas() + "/tienda.schema";
+    const std::string esquemaInformes = datos::CarpetaEsquemas() + "/informes.schema";
+    const auto inicio = std::chrono::steady_clock::now();
+    try {
+        if (!PrepararDestino(a.tienda, a.forzar) || !PrepararDestino(a.informes, a.forzar)) return 1;
+        datos::CrearBaseDeDatos(a.tienda, esquemaTienda);
+        datos::CrearBaseDeDatos(a.informes, esquemaInformes);
+
+        Connection tienda, informes;
+        tienda.Open(a.tienda);
+        informes.Open(a.informes);
+        tienda.BeginTrans();
+        informes.BeginTrans();
+        demo::TiendaDemo(tienda, informes, a.tamano, fecha::Hoy()).Llenar();
+        tienda.CommitTrans();
+        informes.CommitTrans();
+
+        const double segundos =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count();
+        std::printf("Tienda de demostracion para el terminal %s en %s (%.1f s)\n", demo::kTerminal,
+                    a.tienda.c_str(), segundos);
+        Resumen(tienda, esquemaTienda);
+        std::printf("Fuente de informes en %s\n", a.informes.c_str());
+        Resumen(informes, esquemaInformes);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "tpvdemo: %s\n", e.what());
+        return 1;
+    }
+    return 0;
+}
