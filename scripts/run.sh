@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Installs what is needed, builds, makes the demo shop and runs the till on it.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/instalar.sh
+
+build=${TPV_BUILD_DIR:-build}
+cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DTPV_TESTS=OFF -DTPV_BENCHMARKS=OFF >/dev/null
+cmake --build "$build" -j"$(nproc)"
+
+demo=${TPV_DEMO_DIR:-demo}
+mkdir -p "$demo"
+base="$demo/PERFUMERIA.db"
+informes="$demo/informes.db"
+"$build/tools/tpvdemo" --force "$base" "$informes"
+
+echo
+echo "Resumen de la tienda de demostración ($base):"
+"$build/tools/tpvsql" "$base" \
+  -e "select nombre, telefono, direccion, numdecimales from opciones" \
+  -e "select count(*) as productos from productos" \
+  -e "select count(*) as clientes from clientes" \
+  -e "select terminal, identificador, empleado from opciones_terminal"
+
+if [ -x "$build/app/tpv/tpv" ]; then
+  export TPV_DATABASE="$PWD/$base"
+  export TPV_DSN_VELMORA="$PWD/$informes"
+  echo
+  echo "Arrancando el TPV sobre la tienda de demostración:"
+  "$build/app/tpv/tpv" "$@"
+fi
