@@ -53,9 +53,14 @@ public:
     virtual long long UpdateRow(const TableInfo& table, const Value& key, const std::vector<Value>& image,
                                 const std::vector<int>& columns, const std::vector<Value>& values) = 0;
     virtual long long DeleteRow(const TableInfo& table, const Value& key, const std::vector<Value>& image) = 0;
+    // The key of the row that the last UpdateRow wrote, given the key it was
+    // found by. An engine whose keys name a version of a row (PostgreSQL's
+    // ctid) gives the row a new one on every update.
+    virtual Value KeyAfterUpdate(const Value& key) const { return key; }
 };
 
 std::unique_ptr<Engine> OpenSqlite(const std::string& path, bool create);
-std::unique_ptr<Engine> OpenPostgres(const std::string& uri);
+// create: make the database on the server first when it isn't there.
+std::unique_ptr<Engine> OpenPostgres(const std::string& uri, bool create = false);
 
 }  // namespace tpv::datos

@@ -260,6 +260,7 @@ void Recordset::Update() {
                 throw RuntimeError(kErrDatabase,
                                    "No se encuentra la fila para actualizar. Algunos valores pueden haber cambiado desde la "
                                    "última vez que se leyeron.");
+            row[v] = engine.KeyAfterUpdate(row[v]);
             for (std::size_t k = 0; k < cols.size(); ++k) {
                 row[v + 1 + static_cast<std::size_t>(cols[k])] = engine.dialect().Bind(vals[k], p_->table->columns[static_cast<std::size_t>(cols[k])].type);
             }
