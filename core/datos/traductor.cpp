@@ -32,6 +32,127 @@ bool IsBoolOp(const Expr& e) {
 
 bool IsAggregate(const std::string& f) { return f == "sum" || f == "count" || f == "max" || f == "min" || f == "avg"; }
 
+// ------------------------------------------------------------ a quicker plan
+
+// True when the expression names a column of the table seen as `visible`.
+bool Nombra(const Expr* e, const std::string& visible) {
+    if (!e) return false;
+    if (e->kind == ExprKind::Column && e->op != "alias" && IgualesSinCaso(e->tableName, visible)) return true;
+    for (const auto& a : e->args)
+        if (Nombra(a.get(), visible)) return true;
+    return e->sub != nullptr;  // a subquery might name it: take it as named
+}
+
+bool SoloDe(const Expr* e, const std::string& visible) {
+    if (e->sub) return false;
+    if (e->kind == ExprKind::Column) return e->op != "alias" && IgualesSinCaso(e->tableName, visible);
+    for (const auto& a : e->args)
+        if (!SoloDe(a.get(), visible)) return false;
+    return true;
+}
+
+
+bool SePuedeReescribir(const Expr* e, const std::string& visible) {
+    if (!e || !Nombra(e, visible)) return true;
+    if (IsBoolOp(*e) && SoloDe(e, visible)) return true;
+    bool logico = (e->kind == ExprKind::Binary && (e->op == "and" || e->op == "or")) ||
+                  (e->kind == ExprKind::Unary && e->op == "not");
+    if (!logico) return false;
+    for (const auto& a : e->args)
+        if (!SePuedeReescribir(a.get(), visible)) return false;
+    return true;
+}
+
+// Replaces every condition on the joined table alone by "key in (select ...)".
+// False when the joined table is named in some other way.
+bool Reescribir(ExprPtr& e, const TableRef& b, const Expr& claveA, const Expr& claveB) {
+    if (!e || !Nombra(e.get(), b.Visible())) return true;
+    if (IsBoolOp(*e) && SoloDe(e.get(), b.Visible())) {
+        auto sub = std::make_unique<Select>();
+        SelectItem it;
+        it.expr = std::make_unique<Expr>(Expr{ExprKind::Column});
+        it.expr->qualifier = claveB.qualifier;
+        it.expr->name = claveB.name;
+        it.expr->column = claveB.column;
+        it.expr->tableName = claveB.tableName;
+        it.expr->type = claveB.type;
+        sub->items.push_back(std::move(it));
+        auto nodo = std::make_unique<JoinNode>();
+        nodo->table = b;
+        sub->from.push_back(std::move(nodo));
+        sub->tables.push_back(&sub->from[0]->table);
+        sub->where = std::move(e);
+        auto in = std::make_unique<Expr>(Expr{ExprKind::InSelect});
+        in->type = ColType::Flag;
+        auto a = std::make_unique<Expr>(Expr{ExprKind::Column});
+        a->qualifier = claveA.qualifier;
+        a->name = claveA.name;
+        a->column = claveA.column;
+        a->tableName = claveA.tableName;
+        a->type = claveA.type;
+        in->args.push_back(std::move(a));
+        in->sub = std::move(sub);
+        e = std::move(in);
+        return true;
+    }
+    if (e->kind != ExprKind::Binary || (e->op != "and" && e->op != "or")) {
+        if (!(e->kind == ExprKind::Unary && e->op == "not")) return false;
+    }
+    for (auto& a : e->args)
+        if (!Reescribir(a, b, claveA, claveB)) return false;
+    return true;
+}
+
+// "select distinct <columns of A> from A left join B on A.k = B.k where ..."
+// gives the same rows as the statement without the join, once each condition
+// on B becomes "A.k in (select B.k from B where ...)": nothing of B is shown
+// and DISTINCT folds the repeats. Written so, each branch of an OR can use
+// its own index (the bar-code lookup runs on every scan).
+void QuitarUnionInnecesaria(Select& s) {
+    if (!s.distinct || s.from.size() != 1) return;
+    JoinNode& j = *s.from[0];
+    if (j.isTable || j.joinType != "left" || !j.left->isTable || !j.right->isTable) return;
+    const TableRef& a = j.left->table;
+    const TableRef& b = j.right->table;
+    if (IgualesSinCaso(a.Visible(), b.Visible())) return;
+    const Expr* on = j.on.get();
+    if (!on || on->kind != ExprKind::Binary || on->op != "=") return;
+    const Expr* x = on->args[0].get();
+    const Expr* y = on->args[1].get();
+    if (x->kind != ExprKind::Column || y->kind != ExprKind::Column) return;
+    if (IgualesSinCaso(x->tableName, b.Visible())) std::swap(x, y);
+    if (!IgualesSinCaso(x->tableName, a.Visible()) || !IgualesSinCaso(y->tableName, b.Visible())) return;
+    for (const auto& it : s.items)
+        if (Nombra(it.expr.get(), b.Visible())) return;
+    for (const auto& g : s.groupBy)
+        if (Nombra(g.get(), b.Visible())) return;
+    for (const auto& o : s.orderBy)
+        if (Nombra(o.expr.get(), b.Visible())) return;
+    if (Nombra(s.having.get(), b.Visible())) return;
+    // Work on a copy of the condition: if some use of B can't be rewritten, nothing changes.
+    Expr claveA = Expr{ExprKind::Column};
+    claveA.qualifier = x->qualifier;
+    claveA.name = x->name;
+    claveA.column = x->column;
+    claveA.tableName = x->tableName;
+    claveA.type = x->type;
+    Expr claveB = Expr{ExprKind::Column};
+    claveB.qualifier = y->qualifier;
+    claveB.name = y->name;
+    claveB.column = y->column;
+    claveB.tableName = y->tableName;
+    claveB.type = y->type;
+    if (!SePuedeReescribir(s.where.get(), b.Visible())) return;
+    TableRef copiaB = b;
+    Reescribir(s.where, copiaB, claveA, claveB);
+    auto soloA = std::make_unique<JoinNode>();
+    soloA->table = a;
+    s.from[0] = std::move(soloA);
+    s.tables.clear();
+    s.tables.push_back(&s.from[0]->table);
+}
+
+
 class Resolver {
 public:
     Resolver(const std::string& sql, const Catalog& cat, Translation& t) : sql_(sql), cat_(cat), t_(t) {}
@@ -112,6 +233,7 @@ private:
         }
         if (s.topSlot >= 0) t_.slots[static_cast<std::size_t>(s.topSlot)].inlineInt = true;
 
+        QuitarUnionInnecesaria(s);
         if (top) {
             int expr = 1000;
             for (auto& it : s.items) {
