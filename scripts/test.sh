@@ -4,6 +4,7 @@
 # throwaway PostgreSQL server.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+raiz=$PWD
 
 scripts/instalar.sh
 
@@ -14,7 +15,7 @@ cmake --build "$build" -j"$(nproc)"
 pgdir=""
 if [ -z "${TPV_PG_URI:-}" ]; then
   pgdir=$(mktemp -d /tmp/tpv-pg.XXXXXX)
-  trap 'scripts/pg_cluster.sh stop "$pgdir"' EXIT
+  trap '"$raiz/scripts/pg_cluster.sh" stop "$pgdir"' EXIT
   port=$((20000 + RANDOM % 20000))
   if uri=$(scripts/pg_cluster.sh start "$pgdir" "$port"); then
     export TPV_PG_URI="$uri"
