@@ -26,7 +26,7 @@ void Connection::Open(const std::string& uri) {
     Close();
     std::unique_ptr<datos::Engine> engine =
         EsPostgres(uri) ? datos::OpenPostgres(uri) : datos::OpenSqlite(RutaSqlite(uri), false);
-    s_ = std::make_unique<datos::Session>(std::move(engine));
+    s_ = std::make_shared<datos::Session>(std::move(engine));
     uri_ = uri;
 }
 
@@ -37,6 +37,11 @@ bool Connection::IsOpen() const { return static_cast<bool>(s_); }
 datos::Session& Connection::session() {
     if (!s_) throw RuntimeError(3704, "No se permite la operación si el objeto está cerrado.");
     return *s_;
+}
+
+std::shared_ptr<datos::Session> Connection::SharedSession() {
+    session();
+    return s_;
 }
 
 long long Connection::Execute(const std::string& sql) { return session().Run(sql, false).changes; }

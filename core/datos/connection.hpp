@@ -51,9 +51,10 @@ public:
     void RollbackTrans();
 
     datos::Session& session();
+    std::shared_ptr<datos::Session> SharedSession();
 
 private:
-    std::unique_ptr<datos::Session> s_;
+    std::shared_ptr<datos::Session> s_;  // shared with the recordsets opened on it
     std::string uri_;
 };
 

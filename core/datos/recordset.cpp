@@ -20,7 +20,7 @@ namespace {
 }  // namespace
 
 struct Recordset::Impl {
-    datos::Session* session = nullptr;
+    std::shared_ptr<datos::Session> session;  // the database stays open while the recordset is
     std::shared_ptr<datos::Translation> translation;
     std::string sql;
     std::vector<std::string> names;
@@ -46,7 +46,7 @@ Recordset::~Recordset() = default;
 void Recordset::Open(const std::string& sql, Connection& cn, CursorTypeEnum cursor, LockTypeEnum lock, int) {
     Close();
     auto p = std::make_unique<Impl>();
-    p->session = &cn.session();
+    p->session = cn.SharedSession();
     // A static cursor is a snapshot and never writes; the others write when
     // the lock allows it and the statement reads one table.
     bool wantWrite = cursor != adOpenStatic && cursor != adOpenForwardOnly && lock != adLockReadOnly &&

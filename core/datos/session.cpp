@@ -155,11 +155,13 @@ Value LiteralValue(const Token& t, const SlotPlan& plan, const std::string& sql)
     }
 }
 
-Session::Session(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) { catalog_ = engine_->LoadCatalog(); }
+Session::Session(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {
+    catalog_ = std::make_shared<const Catalog>(engine_->LoadCatalog());
+}
 
 void Session::ReloadCatalog() {
     cache_.clear();
-    catalog_ = engine_->LoadCatalog();
+    catalog_ = std::make_shared<const Catalog>(engine_->LoadCatalog());
 }
 
 std::shared_ptr<Translation> Session::Find(const std::string& jetSql, const Lexed& lexed) {
@@ -167,16 +169,17 @@ std::shared_ptr<Translation> Session::Find(const std::string& jetSql, const Lexe
     if (it != cache_.end()) return it->second;
     std::shared_ptr<Translation> t;
     try {
-        t = Translate(jetSql, lexed, catalog_);
+        t = Translate(jetSql, lexed, *catalog_);
     } catch (const TablaDesconocida&) {
         // Perhaps made since we opened (a tool, another till): look once more.
         ReloadCatalog();
         try {
-            t = Translate(jetSql, lexed, catalog_);
+            t = Translate(jetSql, lexed, *catalog_);
         } catch (const TablaDesconocida& e) {
             throw DbError("tabla", "No se encuentra la tabla o consulta de entrada '" + e.name + "'.", jetSql);
         }
     }
+    t->catalog = catalog_;
     if (cache_.size() > 2000) cache_.clear();
     cache_.emplace(lexed.shape, t);
     return t;

@@ -26,7 +26,7 @@ public:
     Result Run(const std::string& jetSql, bool writable, std::shared_ptr<Translation>* translation = nullptr);
 
     Engine& engine() { return *engine_; }
-    const Catalog& catalog() const { return catalog_; }
+    const Catalog& catalog() const { return *catalog_; }
     void ReloadCatalog();
 
     static Value Typed(const Value& raw, ColType type);
@@ -35,7 +35,9 @@ private:
     std::shared_ptr<Translation> Find(const std::string& jetSql, const Lexed& lexed);
 
     std::unique_ptr<Engine> engine_;
-    Catalog catalog_;
+    // Shared with the translations made against it: a recordset still open
+    // when the catalog is read again keeps the tables it knows.
+    std::shared_ptr<const Catalog> catalog_;
     std::unordered_map<std::string, std::shared_ptr<Translation>> cache_;
 };
 

@@ -38,6 +38,7 @@ struct Translation {
     std::vector<std::string> names;  // visible columns of a SELECT
     std::vector<ColType> types;
     const TableInfo* baseTable = nullptr;  // a SELECT over one table: its rows can be written
+    std::shared_ptr<const Catalog> catalog;  // what the tables above point into
 
     std::mutex mu;
     std::map<unsigned, Rendered> variants;  // by like mask and the writable flag
