@@ -18,10 +18,19 @@ private:
 };
 
 // Error numbers used by the runtime conversions and the data layer.
+inline constexpr long kErrInvalidCall = 5;  // invalid procedure call or argument
 inline constexpr long kErrOverflow = 6;
 inline constexpr long kErrTypeMismatch = 13;
 inline constexpr long kErrInvalidUse = 94;   // invalid use of Null
 inline constexpr long kErrDatabase = -2147467259;  // the generic database failure
+
+// The runtime's own failures, with the messages the till shows for them.
+inline RuntimeError ErrorLlamadaNoValida() {
+    return RuntimeError(kErrInvalidCall, "Argumento o llamada a procedimiento no válida");
+}
+inline RuntimeError ErrorDesbordamiento() { return RuntimeError(kErrOverflow, "Desbordamiento"); }
+inline RuntimeError ErrorTiposNoCoinciden() { return RuntimeError(kErrTypeMismatch, "No coinciden los tipos"); }
+inline RuntimeError ErrorUsoDeNull() { return RuntimeError(kErrInvalidUse, "Uso no válido de Null"); }
 
 // A failure of the database or of a statement: carries the engine's own code
 // (an SQLite result code, a PostgreSQL SQLSTATE, or the translator's) and the
