@@ -112,7 +112,7 @@ void CrearBaseDeDatos(const std::string& uri, const std::string& schemaFile) {
     SchemaDef schema = LeerEsquema(schemaFile);
     std::unique_ptr<Engine> engine;
     if (uri.rfind("postgresql://", 0) == 0 || uri.rfind("postgres://", 0) == 0) {
-        engine = OpenPostgres(uri);
+        engine = OpenPostgres(uri, true);
     } else {
         std::string path = uri.rfind("sqlite:", 0) == 0 ? uri.substr(7) : uri;
         std::remove(path.c_str());

@@ -36,7 +36,8 @@ SchemaDef LeerEsquemaTexto(const std::string& text, const std::string& origin = 
 std::string CarpetaEsquemas();
 
 // Makes a new database at the URI with the tables of the schema file: a new
-// SQLite file, or the tables in an existing, empty PostgreSQL database.
+// SQLite file, or the tables in an empty PostgreSQL database, which is made
+// on the server first when it isn't there (its name as the URI writes it).
 void CrearBaseDeDatos(const std::string& uri, const std::string& schemaFile);
 
 }  // namespace tpv::datos
