@@ -1,0 +1,61 @@
+#include "core/servicios/key_filter.hpp"
+
+#include <algorithm>
+#include <vector>
+
+#include "core/runtime/unicode.hpp"
+
+namespace tpv {
+
+KeyFilter& KeyFilter::Instancia() {
+    static KeyFilter instancia;
+    return instancia;
+}
+
+std::string KeyFilter::SeparadorDecimal() const { return ","; }
+
+int KeyFilter::FiltrarTecla(int tecla, const TextBox& caja, int decimales, int) const {
+    if (tecla == kRetroceso) return kRetroceso;
+    const bool digito = tecla >= '0' && tecla <= '9';
+    const bool separador = tecla == kComa || tecla == kPunto;
+    if (!digito && !separador) return 0;
+    if (decimales < 0) decimales = 0;
+
+    // The text as it will stand around the caret once the selection is gone.
+    std::vector<char32_t> texto = unicode::Decode(caja.text);
+    const long n = static_cast<long>(texto.size());
+    const long inicio = std::clamp(caja.selStart, 0L, n);
+    const long largo = std::clamp(caja.selLength, 0L, n - inicio);
+    texto.erase(texto.begin() + inicio, texto.begin() + inicio + largo);
+    const auto coma = std::find(texto.begin(), texto.end(), U',');
+    const long posicionComa = coma == texto.end() ? -1 : static_cast<long>(coma - texto.begin());
+    const long detrasDelCursor = static_cast<long>(texto.size()) - inicio;
+
+    if (digito) {
+        if (posicionComa >= 0 && inicio > posicionComa) {
+            const long decimalesEscritos = static_cast<long>(texto.size()) - posicionComa - 1;
+            if (decimalesEscritos >= decimales) return 0;
+        }
+        return tecla;
+    }
+    if (decimales == 0 || posicionComa >= 0 || detrasDelCursor > decimales) return 0;
+    return kComa;
+}
+
+void KeyFilter::PulsarTeclaPad(TextBox& caja, int tecla, int decimales) const {
+    const long largo = static_cast<long>(unicode::Length(caja.text));
+    if (largo > 0 && caja.selStart <= 0 && caja.selLength >= largo) caja.text.clear();
+    TextBox alFinal{caja.text, static_cast<long>(unicode::Length(caja.text)), 0};
+    const int paso = FiltrarTecla(tecla, alFinal, decimales);
+    if (paso == kRetroceso) {
+        std::vector<char32_t> texto = unicode::Decode(caja.text);
+        if (!texto.empty()) texto.pop_back();
+        caja.text = unicode::Encode(texto);
+    } else if (paso != 0) {
+        caja.text.push_back(static_cast<char>(paso));
+    }
+    caja.selStart = static_cast<long>(unicode::Length(caja.text));
+    caja.selLength = 0;
+}
+
+}  // namespace tpv

@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include "core/servicios/grid_formatter.hpp"
+#include "core/servicios/key_filter.hpp"
+#include "core/servicios/tax_calculator.hpp"
+#include "tests/core/runtime/error_esperado.hpp"
+
+namespace tpv {
+namespace {
+
+TEST(TaxCalculator, ImpuestoDentroOFueraDelImporte) {
+    const TaxCalculator& tc = TaxCalculator::Instancia();
+    // Prices with tax: the part of 121 that is 21 % tax; net prices: the tax to add.
+    EXPECT_NEAR(tc.CalcularImpuesto(121, 21, true), 21.0, 1e-12);
+    EXPECT_NEAR(tc.CalcularImpuesto(100, 21, false), 21.0, 1e-12);
+    EXPECT_NEAR(tc.CalcularImpuesto(-12.1, 10, true), -1.1, 1e-12);  // refunds keep the sign
+    EXPECT_EQ(tc.CalcularImpuesto(50, 0, true), 0.0);
+    // Not rounded: the callers format.
+    EXPECT_NEAR(tc.CalcularImpuesto(1, 21, true), 1.0 - 1.0 / 1.21, 1e-15);
+    EXPECT_EQ(tc.CalcularPvp(121, 21, true, 0, 0), 121.0);
+    EXPECT_EQ(tc.CalcularPvp(100, 21, false, 0, 0), 121.0);
+}
+
+int Filtrar(int tecla, const std::string& texto, long selStart, long selLength, int decimales) {
+    return KeyFilter::Instancia().FiltrarTecla(tecla, TextBox{texto, selStart, selLength}, decimales);
+}
+
+TEST(KeyFilter, DigitosUnSeparadorYLosDecimalesPermitidos) {
+    EXPECT_EQ(KeyFilter::Instancia().SeparadorDecimal(), ",");
+    struct Caso {
+        int tecla;
+        const char* texto;
+        long selStart, selLength;
+        int decimales, esperado;
+    } casos[] = {
+        {'5', "", 0, 0, 2, '5'},      {'a', "12", 2, 0, 2, 0},        {'-', "12", 2, 0, 2, 0},
+        {13, "12", 2, 0, 2, 0},       {8, "12,50", 5, 0, 2, 8},        // backspace always passes
+        {',', "12", 2, 0, 2, ','},    {'.', "12", 2, 0, 2, ','},       // the pad's "." is the separator
+        {',', "12,5", 4, 0, 2, 0},                                     // only one
+        {',', "12", 2, 0, 0, 0},                                       // whole numbers only
+        {',', "12345", 1, 0, 2, 0},                                    // would leave four decimals
+        {',', "12345", 3, 0, 2, ','}, {',', "12,5", 0, 4, 2, ','},     // the selection with its comma goes
+        {'7', "12,50", 5, 0, 2, 0},                                    // two decimals already
+        {'7', "12,5", 4, 0, 2, '7'},  {'7', "12,50", 1, 0, 2, '7'},    // before the comma there is room
+        {'7', "12,50", 4, 1, 2, '7'},                                  // replaces a decimal
+        {'7', "12,500", 6, 0, 3, 0},  {'7', "1.234,5", 7, 0, 2, '7'},  // the dot of thousands is no separator
+        {'7', "12,5", 99, 0, 2, '7'},                                  // a caret past the end is at the end
+    };
+    for (const Caso& c : casos)
+        EXPECT_EQ(Filtrar(c.tecla, c.texto, c.selStart, c.selLength, c.decimales), c.esperado)
+            << "tecla " << c.tecla << " en '" << c.texto << "' @" << c.selStart << "+" << c.selLength;
+}
+
+TEST(KeyFilter, TecladoEnPantalla_BorraSiTodoEstaSeleccionadoYAnadeAlFinal) {
+    const KeyFilter& kf = KeyFilter::Instancia();
+    TextBox caja{"25,00", 0, 5};
+    kf.PulsarTeclaPad(caja, '7', 2);
+    EXPECT_EQ(caja.text, "7");
+    for (int t : {'.', '5', '0', '9', ','}) kf.PulsarTeclaPad(caja, t, 2);
+    EXPECT_EQ(caja.text, "7,50");
+    EXPECT_EQ(caja.selStart, 4);
+    // The caret at the start doesn't matter: the pad writes at the end.
+    caja.selStart = 0;
+    kf.PulsarTeclaPad(caja, '1', 2);
+    EXPECT_EQ(caja.text, "7,50");
+    kf.PulsarTeclaPad(caja, 8, 2);
+    EXPECT_EQ(caja.text, "7,5");
+}
+
+TEST(GridFormatter, TitulosAnchosYAlineaciones) {
+    Grid g;
+    g.filas = {{"a"}, {"b", "c", "d", "e"}};
+    GridFormatter().Formatear(g, "Detalle de Venta;Precio;;Cod.",
+                              "2600/izquierda;800/Centrado;0/Izquierda;1723,5/DERECHA;");
+    ASSERT_EQ(g.columnas.size(), 4u);
+    EXPECT_EQ(g.columnas[0].titulo, "Detalle de Venta");
+    EXPECT_EQ(g.columnas[0].ancho, 2600);
+    EXPECT_EQ(g.columnas[0].alineacion, Alineacion::Izquierda);
+    EXPECT_EQ(g.columnas[1].alineacion, Alineacion::Centro);
+    EXPECT_EQ(g.columnas[2].titulo, "");
+    EXPECT_FALSE(g.columnas[2].visible);
+    EXPECT_TRUE(g.columnas[1].visible);
+    EXPECT_EQ(g.columnas[3].ancho, 1723.5);
+    EXPECT_EQ(g.columnas[3].alineacion, Alineacion::Derecha);
+    for (const auto& fila : g.filas) EXPECT_EQ(fila.size(), 4u);
+
+    // More titles than formats: the extra columns are there, with a title.
+    Grid h;
+    GridFormatter::Instancia().Formatear(h, "A;B;C", "100/derecha");
+    ASSERT_EQ(h.columnas.size(), 3u);
+    EXPECT_EQ(h.columnas[2].titulo, "C");
+    EXPECT_EQ(prueba::ErrorDe([&] { GridFormatter().Formatear(h, "A", "ancho/derecha"); }).numero, kErrTypeMismatch);
+}
+
+}  // namespace
+}  // namespace tpv
