@@ -577,7 +577,9 @@ private:
                 const auto& o = s.orderBy[i];
                 if (o.expr->type == ColType::Text && o.expr->kind != ExprKind::Literal) Emit(d_.TextCollate(Sub(*o.expr)));
                 else Ex(*o.expr);
-                if (o.desc) Put(" DESC");
+                // NULL sorts below every value, as in Jet: first going up, last
+                // going down. Said outright, since engines differ on it.
+                Put(o.desc ? " DESC NULLS LAST" : " NULLS FIRST");
             }
         }
         if (s.topSlot >= 0) {
