@@ -1,0 +1,293 @@
+#include "core/sesion/arranque.hpp"
+
+#include <signal.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+#include <vector>
+
+#include "core/datos/esquema.hpp"
+#include "core/runtime/calendario.hpp"
+#include "core/runtime/conversiones.hpp"
+#include "core/servicios/colour_scheme.hpp"
+#include "core/servicios/suite_launcher.hpp"
+#include "tests/core/sesion/sesion_prueba.hpp"
+
+extern char** environ;
+
+namespace tpv {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct PantallaAnotada : PrimeraPantalla {
+    void MostrarSeleccionEmpleado() override { vistas.push_back("frmPrincipalCantarel"); }
+    void MostrarCaja() override { vistas.push_back("frmCaja"); }
+    std::vector<std::string> vistas;
+};
+
+// A process that passes for the suite's shell while the test runs.
+class ShellDePrueba {
+public:
+    explicit ShellDePrueba(const std::string& nombre) {
+        std::string arg0 = nombre, segundos = "120";
+        char* argv[] = {arg0.data(), segundos.data(), nullptr};
+        if (posix_spawn(&pid_, "/bin/sleep", nullptr, nullptr, argv, environ) != 0) pid_ = -1;
+        SuiteLauncher lanzador;
+        for (int i = 0; i < 200 && pid_ > 0 && !lanzador.EstaEjecutandose(nombre); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+    ~ShellDePrueba() {
+        if (pid_ <= 0) return;
+        ::kill(pid_, SIGTERM);
+        ::waitpid(pid_, nullptr, 0);
+    }
+
+private:
+    pid_t pid_ = -1;
+};
+
+class Arranque : public prueba::SesionTest {
+protected:
+    void SetUp() override {
+        prueba::SesionTest::SetUp();
+        if (IsSkipped() || HasFatalFailure()) return;
+        carpeta = fs::temp_directory_path() / ("tpv_arranque_" + std::to_string(::getpid()));
+        fs::create_directories(carpeta);
+        nombreShell = "tpv_shell_" + std::to_string(::getpid());
+        shell = std::make_unique<ShellDePrueba>(nombreShell);
+        Ajuste(kClaveProgramaShell, nombreShell);
+        Ajuste("carpeta_programas", carpeta.string());
+        opciones.ficheroBloqueo = (carpeta / "tpv.lock").string();
+        opciones.carpetaPrograma = carpeta.string();
+        opciones.hoy = DateSerial(2026, 3, 21);
+        TiendaMinima();
+        sesion().Reiniciar();
+    }
+    void TearDown() override {
+        InstanciaDelPrograma().Soltar();
+        shell.reset();
+        std::error_code ec;
+        fs::remove_all(carpeta, ec);
+        prueba::SesionTest::TearDown();
+    }
+
+    void TiendaMinima() {
+        Ejecutar({
+            "insert into opciones (nombre,telefono,Direccion,iva,modopantallacaja,empleadoVentaFijo,Deposito,"
+            "clientepordefecto,CodigoBarras,UtilizaColores_FPago,NumDecimales,NumCopiasFactura,"
+            "UtilizaColores_empleados,VentasMultiEmpleado,privacidad,abrircajetin,imprimirticket,facturas,"
+            "multitienda,nombretienda) values ('La Plaza','963 000 111','Calle Mayor, 12',-1,1,0,-1,0,-1,0,2,1,0,0,"
+            "0,-1,-1,0,'N','La Plaza')",
+            "insert into opciones_terminal (identificador,terminal,AnimacionesActivas,empleado) values "
+            "('CAJA1','CAJA1',-1,-1)",
+            "insert into configuracionregional (nombre,bandera,segundoimpuesto,Identificacion_Fiscal) values "
+            "('España','',0,'NIF')",
+            "insert into empleados (codigo,nombre,apellidos,baja,mostrar_caja,posicion) values "
+            "(0,'Encargado','General',0,-1,1)",
+            "insert into empleados (codigo,nombre,apellidos,baja,mostrar_caja,posicion) values "
+            "(3,'Lucía','Martín Sanz',0,-1,2)",
+            "insert into formapago (codigo,nombre,fpa_color,borrar,posicion) values (1,'Contado',0,0,1)",
+            "insert into formapago (codigo,nombre,fpa_color,borrar,posicion) values (4,'Dinero en Deposito',0,0,2)",
+            "insert into Proveedores (codigo,Nombre,prv_color,Borrar) values (1,'Huerta',0,0)",
+            "insert into Seccion (codigo,Nombre,sec_color,Borrar) values (2,'Fruta',0,0)",
+            "insert into productos (Codigo,nombre,precio,proveedor,seccion) values (1,'Manzana',1.5,1,2)",
+            "insert into clientes (Codigo,Nombre,Apellidos,borrar) values (0,'Cliente','Generico',0)",
+            "insert into clientes (Codigo,Nombre,Apellidos,borrar) values (7,'Ana','Gil',0)",
+            "insert into relaciones_fijas (indice,daton) values ('Venta',1)",
+        });
+    }
+
+    // The update finder stand-in notes each start in a file of the folder.
+    void BuscadorDeActualizaciones(bool ejecutable) {
+        const fs::path programa = carpeta / kProgramaActualizacionesPorDefecto;
+        std::ofstream(programa) << "#!/bin/sh\necho \"$TPV_TITULO\" >> '" << (carpeta / "lanzado").string() << "'\n";
+        fs::permissions(programa, ejecutable ? fs::perms::owner_all : fs::perms::owner_read | fs::perms::owner_write);
+    }
+    std::vector<std::string> Lanzamientos(int esperados) {
+        const fs::path f = carpeta / "lanzado";
+        std::vector<std::string> lineas;
+        for (int i = 0; i < 300; ++i) {
+            lineas.clear();
+            std::ifstream in(f);
+            for (std::string l; std::getline(in, l);) lineas.push_back(l);
+            if (static_cast<int>(lineas.size()) >= esperados && (esperados > 0 || i >= 20)) break;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return lineas;
+    }
+
+    FinArranque Arrancar(PantallaAnotada& pantalla) {
+        InstanciaDelPrograma().Soltar();
+        sesion().Reiniciar();
+        return Main(pantalla, opciones);
+    }
+
+    fs::path carpeta;
+    std::string nombreShell;
+    std::unique_ptr<ShellDePrueba> shell;
+    OpcionesArranque opciones;
+};
+
+TEST_P(Arranque, EmpleadoNegativo_LlegaALaSeleccionConLaSesionCargada) {
+    Ajuste("esquema_colores", "2");
+    PantallaAnotada pantalla;
+    ASSERT_EQ(Main(pantalla, opciones), FinArranque::SeleccionEmpleado);
+    EXPECT_EQ(pantalla.vistas, std::vector<std::string>{"frmPrincipalCantarel"});
+
+    const Sesion& s = sesion();
+    EXPECT_TRUE(s.Conexion.IsOpen());
+    EXPECT_EQ(s.IdentificadorTerminal, "CAJA1");
+    EXPECT_EQ(s.ClaveTerminal, "CAJA1A");
+    EXPECT_EQ(s.TerminalActual, "CAJA1");
+    EXPECT_EQ(s.CarpetaFotos, carpeta.string() + "/fotos/");
+    EXPECT_EQ(s.EsquemaColores, 2);
+    ColourScheme esquema;
+    Connection& cn = sesion().Conexion;
+    EXPECT_EQ(s.ColoresGenericos, (std::array<std::string, 4>{esquema.Color1(cn, 2), esquema.Color2(cn, 2),
+                                                              esquema.Color3(cn, 2), esquema.Color4(cn, 2)}));
+    EXPECT_EQ(s.opciones.nombre, "La Plaza");
+    EXPECT_EQ(s.PanelEmpleados.size(), 2u);
+    EXPECT_EQ(s.PanelProveedores.size(), 1u);
+    EXPECT_EQ(s.PanelSecciones.size(), 1u);
+    EXPECT_EQ(s.PanelFormasPago.size(), 1u);
+    EXPECT_EQ(s.Clientes.size(), 2u);
+    EXPECT_EQ(s.EmpleadoTerminal, -1);
+    EXPECT_EQ(s.NombreEmpleadoActual, "");
+
+    // The photo folder beside the database: what precedes its name.
+    const std::string baseDatos = s.Conexion.DefaultDatabase();
+    const std::string carpetaBase = fs::path(baseDatos).parent_path().string();
+    EXPECT_EQ(s.CarpetaFotosServidor, (carpetaBase.empty() ? "" : carpetaBase + "/") + "fotos/");
+    // Semaphores belong to the supermarket alone.
+    EXPECT_EQ(CLng(Valor("select count(*) from relaciones_fijas where indice in "
+                         "('SemaforoFactura','SemaforoSalidaProd','SemaforoVentaTemp')")),
+              0);
+}
+
+TEST_P(Arranque, EmpleadoFijado_CeroOPositivoVanALaCaja) {
+    const struct {
+        int empleado;
+        const char* nombre;
+    } casos[] = {{0, "Encargado General"}, {3, "Lucía Martín Sanz"}, {9, ""}};
+    for (const auto& c : casos) {
+        Ejecutar({"update opciones_terminal set empleado = " + std::to_string(c.empleado)});
+        PantallaAnotada pantalla;
+        ASSERT_EQ(Arrancar(pantalla), FinArranque::Caja) << c.empleado;
+        EXPECT_EQ(pantalla.vistas, std::vector<std::string>{"frmCaja"});
+        EXPECT_EQ(sesion().CodigoEmpleadoActual, c.empleado);
+        EXPECT_EQ(sesion().NombreEmpleadoActual, c.nombre);
+    }
+}
+
+TEST_P(Arranque, SinIdentidadDeMaquina_AbreLaCajaConElEmpleadoCero) {
+    Connection informes;
+    informes.Open(uriInformes);
+    informes.Execute("delete * from listadostemporal");
+    informes.Close();
+    PantallaAnotada pantalla;
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::Caja);
+    EXPECT_EQ(sesion().IdentificadorTerminal, "");
+    EXPECT_EQ(sesion().CodigoEmpleadoActual, 0);
+    EXPECT_EQ(sesion().NombreEmpleadoActual, "Encargado General");
+}
+
+TEST_P(Arranque, SegundaInstanciaYShellAusente_TerminanEnSilencio) {
+    // Another till of this machine holds the lock: this start ends at once.
+    InstanciaUnica otraCaja;
+    ASSERT_TRUE(otraCaja.Tomar(opciones.ficheroBloqueo));
+    PantallaAnotada segunda;
+    EXPECT_EQ(Arrancar(segunda), FinArranque::OtraInstancia);
+    EXPECT_TRUE(segunda.vistas.empty());
+    EXPECT_FALSE(sesion().Conexion.IsOpen());
+    EXPECT_TRUE(otraCaja.Tomada());
+
+    // Once it has gone, the till starts.
+    otraCaja.Soltar();
+    PantallaAnotada primera;
+    EXPECT_EQ(Arrancar(primera), FinArranque::SeleccionEmpleado);
+    InstanciaUnica tercera;
+    EXPECT_FALSE(tercera.Tomar(opciones.ficheroBloqueo));
+
+    // Without the shell nothing is opened, even with the database at hand.
+    Ajuste(kClaveProgramaShell, "shell_que_no_corre_" + std::to_string(::getpid()));
+    PantallaAnotada sinShell;
+    EXPECT_EQ(Arrancar(sinShell), FinArranque::SinShell);
+    EXPECT_TRUE(sinShell.vistas.empty());
+    EXPECT_FALSE(sesion().Conexion.IsOpen());
+    EXPECT_EQ(sesion().IdentificadorTerminal, "");
+}
+
+TEST_P(Arranque, BuscadorDeActualizaciones_SoloElDia22ConLaMaquinaActivada) {
+    BuscadorDeActualizaciones(true);
+    Ejecutar({"insert into relaciones_fijas (indice,datoa) values ('ActivadoBuscarActualizaciones','CAJA1A')"});
+    PantallaAnotada pantalla;
+    opciones.hoy = DateSerial(2026, 3, 21);
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
+    EXPECT_TRUE(Lanzamientos(0).empty());
+
+    opciones.hoy = DateSerial(2026, 4, 22);
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
+    EXPECT_EQ(Lanzamientos(1), std::vector<std::string>{"Buscar Actualizaciones"});
+
+    // Another machine's key does not switch this one on.
+    Ejecutar({"update relaciones_fijas set datoa = 'CAJA2A' where indice = 'ActivadoBuscarActualizaciones'"});
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
+    EXPECT_EQ(Lanzamientos(1).size(), 1u);
+
+    // A finder that cannot be started does not stop the till.
+    Ejecutar({"update relaciones_fijas set datoa = 'CAJA1A' where indice = 'ActivadoBuscarActualizaciones'"});
+    BuscadorDeActualizaciones(false);
+    EXPECT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
+}
+
+TEST_P(Arranque, Supermercado_CreaSusSemaforos) {
+    if (motor != prueba::Motor::SQLite) GTEST_SKIP() << "el sector sale del nombre del fichero";
+    // The sector is the database's name.
+    const std::string super = (carpeta / "SUPERMERCADO.db").string();
+    datos::CrearBaseDeDatos(super, datos::CarpetaEsquemas() + "/tienda.schema");
+    cn.Close();
+    cn.Open(super);
+    TiendaMinima();
+    ::setenv("TPV_DATABASE", super.c_str(), 1);
+    PantallaAnotada pantalla;
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
+    EXPECT_EQ(sesion().Sector, "SUPERMERCADO");
+    EXPECT_EQ(sesion().CarpetaFotosServidor, carpeta.string() + "/fotos/");
+    for (const char* nombre : {"Factura", "SalidaProd", "VentaTemp"})
+        EXPECT_EQ(Valor(std::string("select datoa from relaciones_fijas where indice = 'Semaforo") + nombre + "'"),
+                  Value("verde"))
+            << nombre;
+}
+
+TPV_EN_CADA_MOTOR(Arranque);
+
+// A database on drive C is the machine's own: no server photo folder.
+TEST(ArranqueCarpetaFotos, BaseEnLaUnidadCSinCarpetaDelServidor) {
+    const fs::path dir = fs::temp_directory_path() / ("tpv_unidad_" + std::to_string(::getpid()));
+    fs::create_directories(dir / "Caja");
+    const fs::path base = dir / "Caja" / "SUPERMERCADO.db";
+    datos::CrearBaseDeDatos(base.string(), datos::CarpetaEsquemas() + "/tienda.schema");
+    const fs::path antes = fs::current_path();
+    fs::current_path(dir);
+
+    sesion().Reiniciar();
+    sesion().Conexion.Open("Caja/SUPERMERCADO.db");
+    EXPECT_EQ(CalcularCarpetaFotosServidor(), "");
+    sesion().Conexion.Close();
+    sesion().Conexion.Open(base.string());
+    EXPECT_EQ(CalcularCarpetaFotosServidor(), (dir / "Caja").string() + "/fotos/");
+
+    fs::current_path(antes);
+    sesion().Reiniciar();
+    fs::remove_all(dir);
+}
+
+}  // namespace
+}  // namespace tpv
