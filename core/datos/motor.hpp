@@ -25,6 +25,12 @@ public:
     virtual std::string Divide(const std::string& a, const std::string& b) const = 0;
     virtual std::string RowKey() const = 0;                     // the hidden key of a row
     virtual std::string CastForSum(const std::string& expr, ColType type) const { (void)type; return expr; }
+    // "key IN (subquery)" where the subquery picks the few keys of a lookup
+    // (a join the translator took away). An engine whose planner can't use
+    // indexes for IN (subquery) under an OR writes it in a form it can.
+    virtual std::string KeyLookup(const std::string& key, const std::string& subquery) const {
+        return key + " IN (" + subquery + ")";
+    }
     // A literal given to the statement, as a parameter of the engine.
     virtual Value Bind(const Value& v, ColType target) const = 0;
 };

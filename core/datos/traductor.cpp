@@ -84,6 +84,7 @@ bool Reescribir(ExprPtr& e, const TableRef& b, const Expr& claveA, const Expr& c
         sub->where = std::move(e);
         auto in = std::make_unique<Expr>(Expr{ExprKind::InSelect});
         in->type = ColType::Flag;
+        in->op = "clave";  // a lookup of the few keys of a join: written by Dialect::KeyLookup
         auto a = std::make_unique<Expr>(Expr{ExprKind::Column});
         a->qualifier = claveA.qualifier;
         a->name = claveA.name;
@@ -514,6 +515,19 @@ private:
         return "\x03" + std::to_string(pending_.size() - 1) + "\x03";
     }
 
+    // A subquery into a side buffer, as Sub() does for an expression.
+    std::string SubSelect(const Select& s) {
+        Flush();
+        Rendered saved = std::move(out_);
+        out_ = Rendered{};
+        WriteSelect(s, false);
+        Flush();
+        Rendered mine = std::move(out_);
+        out_ = std::move(saved);
+        pending_.push_back(std::move(mine));
+        return "\x03" + std::to_string(pending_.size() - 1) + "\x03";
+    }
+
     // Puts a dialect's text that holds markers of Sub() operands.
     void Emit(const std::string& text) {
         std::size_t i = 0;
@@ -722,6 +736,12 @@ private:
                 Put("))");
                 break;
             case ExprKind::InSelect:
+                if (e.op == "clave") {
+                    Put("(");
+                    Emit(d_.KeyLookup(Sub(*e.args[0]), SubSelect(*e.sub)));
+                    Put(")");
+                    break;
+                }
                 Put("(");
                 Ex(*e.args[0]);
                 Put(e.negated ? " NOT IN (" : " IN (");
