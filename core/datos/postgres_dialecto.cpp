@@ -237,6 +237,13 @@ std::string PostgresDialect::Divide(const std::string& a, const std::string& b) 
     return "CAST(" + a + " AS double precision) / NULLIF(" + b + ", 0)";
 }
 
+std::string PostgresDialect::KeyLookup(const std::string& key, const std::string& subquery) const {
+    // The keys as an array: under an OR the planner can then join the index
+    // scans of both branches (the bar-code lookup), where IN (subquery)
+    // leaves it a scan of the whole table.
+    return key + " = ANY (ARRAY(" + subquery + "))";
+}
+
 Value PostgresDialect::Bind(const Value& v, ColType target) const {
     switch (v.kind()) {
         case Value::Kind::Date:

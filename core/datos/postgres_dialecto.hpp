@@ -22,6 +22,7 @@ public:
     std::string TextCollate(const std::string& expr) const override;
     std::string Divide(const std::string& a, const std::string& b) const override;
     std::string RowKey() const override { return "ctid"; }
+    std::string KeyLookup(const std::string& key, const std::string& subquery) const override;
     Value Bind(const Value& v, ColType target) const override;
 };
 
