@@ -203,13 +203,7 @@ TPV_EN_CADA_MOTOR(JetEnCadaMotor);
 
 // ---------------------------------------------------------------- a server only
 
-class SoloServidor : public JetEnCadaMotor {
-protected:
-    void SetUp() override {
-        if (GetParam() != Motor::PostgreSQL) GTEST_SKIP() << "solo con un servidor";
-        JetEnCadaMotor::SetUp();
-    }
-};
+class SoloServidor : public JetEnCadaMotor {};
 
 TEST_P(SoloServidor, EscrituraQueEsperaAOtraTransaccion_FallaSiLaOtraCambioLaFila) {
     // The other till's update is not committed yet when this one writes: this
@@ -296,7 +290,7 @@ TEST_P(SoloServidor, BaseNueva_ConElNombreComoLoDaLaUri_YNoSeCreaDosVeces) {
     EXPECT_EQ(c.Execute("update relaciones_fijas set datoa = 'x'"), 1);
 }
 
-TPV_EN_CADA_MOTOR(SoloServidor);
+INSTANTIATE_TEST_SUITE_P(Servidor, SoloServidor, ::testing::Values(Motor::PostgreSQL), NombreMotor);
 
 TEST(UriServidor, BaseYOtraBase_ConservanUsuarioPuertoYOpciones) {
     using datos::servidor::Base;
