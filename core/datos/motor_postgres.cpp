@@ -76,7 +76,8 @@ ConexionPtr Conectar(const std::string& uri) {
     if (!c) throw DbError("08001", "No hay memoria para conectar con la base de datos.", "");
     if (PQstatus(c.get()) != CONNECTION_OK)
         throw DbError("08001",
-                      "No se puede conectar con la base de datos '" + SinClave(uri) + "': " + SinSaltoFinal(PQerrorMessage(c.get())),
+                      "No se puede conectar con la base de datos '" + SinClave(uri) +
+                          "': " + SinSaltoFinal(PQerrorMessage(c.get())),
                       "");
     PQsetNoticeProcessor(c.get(), [](void*, const char*) {}, nullptr);
     return c;
@@ -229,8 +230,9 @@ public:
                 clave = tabla;
                 actual.name = Nombre(tabla, PQgetvalue(r.get(), i, 1));
             }
-            actual.columns.push_back(ColumnInfo{Nombre(PQgetvalue(r.get(), i, 2), PQgetvalue(r.get(), i, 3)),
-                                                TipoDeColumna(PQgetvalue(r.get(), i, 4), PQgetvalue(r.get(), i, 5)[0])});
+            actual.columns.push_back(
+                ColumnInfo{Nombre(PQgetvalue(r.get(), i, 2), PQgetvalue(r.get(), i, 3)),
+                           TipoDeColumna(PQgetvalue(r.get(), i, 4), PQgetvalue(r.get(), i, 5)[0])});
         }
         cerrar();
         return cat;
@@ -263,7 +265,8 @@ public:
         if (PQtransactionStatus(conn_.get()) != PQTRANS_IDLE) Simple(conn_.get(), "ROLLBACK");
     }
 
-    std::vector<Value> InsertRow(const TableInfo& t, const std::vector<int>& columns, const std::vector<Value>& values) override {
+    std::vector<Value> InsertRow(const TableInfo& t, const std::vector<int>& columns,
+                                 const std::vector<Value>& values) override {
         const auto& d = Dialecto();
         std::string sql = "INSERT INTO " + d.QuoteIdent(t.name);
         std::vector<Parametro> ps;
@@ -320,7 +323,8 @@ private:
     void Preparar() {
         // Dates in and out as ISO, regional text into a date as day/month;
         // doubles in their shortest exact form.
-        Simple(conn_.get(), "SET DateStyle = 'ISO, DMY'; SET extra_float_digits = 3; SET client_min_messages = warning");
+        Simple(conn_.get(),
+               "SET DateStyle = 'ISO, DMY'; SET extra_float_digits = 3; SET client_min_messages = warning");
     }
 
     // The row by its place, and only while it still holds what was read:
@@ -383,7 +387,8 @@ private:
         }
         std::string nombre = "tpv" + std::to_string(++numero_);
         Comprobar(conn_.get(),
-                  PQprepare(conn_.get(), nombre.c_str(), sql.c_str(), static_cast<int>(tipos.size()), tipos.data()), sql);
+                  PQprepare(conn_.get(), nombre.c_str(), sql.c_str(), static_cast<int>(tipos.size()), tipos.data()),
+                  sql);
         return preparadas_.emplace(std::move(clave), std::move(nombre)).first->second;
     }
 
@@ -446,7 +451,8 @@ bool ExisteBase(const std::string& uri, const std::string& base) {
     ConexionPtr c = ConectarServidor(uri);
     const char* valores[] = {base.c_str()};
     const std::string sql = "SELECT 1 FROM pg_catalog.pg_database WHERE datname = $1";
-    ResultadoPtr r = Comprobar(c.get(), PQexecParams(c.get(), sql.c_str(), 1, nullptr, valores, nullptr, nullptr, 0), sql);
+    ResultadoPtr r =
+        Comprobar(c.get(), PQexecParams(c.get(), sql.c_str(), 1, nullptr, valores, nullptr, nullptr, 0), sql);
     return PQntuples(r.get()) > 0;
 }
 

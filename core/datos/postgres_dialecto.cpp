@@ -253,7 +253,8 @@ Value PostgresDialect::Bind(const Value& v, ColType target) const {
         case Value::Kind::Integer:
         case Value::Kind::Double:
             if (target == ColType::Text)
-                return v.kind() == Value::Kind::Integer ? Value(std::to_string(v.integer())) : Value(TextoNumeroSqlite(v.real()));
+                return v.kind() == Value::Kind::Integer ? Value(std::to_string(v.integer()))
+                                                        : Value(TextoNumeroSqlite(v.real()));
             if (target == ColType::Date || target == ColType::Time) return Value(DateTime{v.number()});
             return v;
         case Value::Kind::Text: {
@@ -265,7 +266,8 @@ Value PostgresDialect::Bind(const Value& v, ColType target) const {
                 return Value(d);
             }
             DateTime d;
-            if ((target == ColType::Date || target == ColType::Time) && fecha::DesdeTextoIso(v.text(), d)) return Value(d);
+            if ((target == ColType::Date || target == ColType::Time) && fecha::DesdeTextoIso(v.text(), d))
+                return Value(d);
             return v;
         }
         default: return v;

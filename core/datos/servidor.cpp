@@ -53,7 +53,8 @@ std::string ConBase(const std::string& uri, const std::string& base) {
     bool conRuta = Tramo(uri, desde, hasta);
     std::string nombre;
     for (unsigned char c : base) {
-        if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '-' || c == '.') {
+        if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '-' ||
+            c == '.') {
             nombre += static_cast<char>(c);
         } else {
             static const char kHex[] = "0123456789ABCDEF";

@@ -49,8 +49,8 @@ std::string Plantilla(const std::string& admin, const std::string& esquema, cons
         datos::servidor::BorrarBase(admin, temporal);
         datos::CrearBaseDeDatos(datos::servidor::ConBase(admin, temporal), ruta);
         try {
-            datos::servidor::Ejecutar(admin, "ALTER DATABASE " + datos::servidor::Identificador(temporal) + " RENAME TO " +
-                                                 datos::servidor::Identificador(nombre));
+            datos::servidor::Ejecutar(admin, "ALTER DATABASE " + datos::servidor::Identificador(temporal) +
+                                                 " RENAME TO " + datos::servidor::Identificador(nombre));
         } catch (const DbError& e) {
             datos::servidor::BorrarBase(admin, temporal);
             if (e.EngineCode() != "42P04") throw;  // another process made it first

@@ -37,7 +37,8 @@ protected:
     }
     void Clientes(const std::vector<std::string>& nombres) {
         for (std::size_t i = 0; i < nombres.size(); ++i)
-            cn.Execute("insert into clientes (codigo, nombre) values (" + std::to_string(i) + ", '" + nombres[i] + "')");
+            cn.Execute("insert into clientes (codigo, nombre) values (" + std::to_string(i) + ", '" + nombres[i] +
+                       "')");
     }
 };
 
@@ -65,12 +66,14 @@ TEST_P(JetEnCadaMotor, Like_EncuentraLoMismoQueElLikeDelTpv) {
     Ejecutar({"update clientes set apellidos = 'ma' where codigo = 0"});
     EXPECT_EQ(Codigos("select codigo from clientes where apellidos is not null and nombre like apellidos & '%'"),
               std::vector<long long>{0});
-    EXPECT_EQ(Codigos("select codigo from clientes where codigo like '2%' order by codigo"), (std::vector<long long>{2, 20, 21, 22, 23}));
+    EXPECT_EQ(Codigos("select codigo from clientes where codigo like '2%' order by codigo"),
+              (std::vector<long long>{2, 20, 21, 22, 23}));
 }
 
 TEST_P(JetEnCadaMotor, Orden_Agrupacion_YDistinct_ComoElEspanolSinMayusculas) {
-    const std::vector<std::string> nombres = {"María", "MARTA", "maria", "MARIA", "Ñu", "Nube", "nz", "o", "Ávila",
-                                              "avila", "Zoe", "éxito", "Eva", "ñandú", "Ñandu", "Ana María", "Anabel"};
+    const std::vector<std::string> nombres = {"María", "MARTA", "maria", "MARIA",     "Ñu",    "Nube",
+                                              "nz",    "o",     "Ávila", "avila",     "Zoe",   "éxito",
+                                              "Eva",   "ñandú", "Ñandu", "Ana María", "Anabel"};
     Clientes(nombres);
     std::vector<std::string> orden = Textos("select nombre from clientes order by nombre");
     ASSERT_EQ(orden.size(), nombres.size());
@@ -80,11 +83,13 @@ TEST_P(JetEnCadaMotor, Orden_Agrupacion_YDistinct_ComoElEspanolSinMayusculas) {
               (std::vector<std::string>{"Ñandu", "ñandú", "Ñu", "o"}));
     // maria and MARIA are one group and one distinct value; María is another.
     EXPECT_EQ(Codigos("select count(*) as n from clientes where nombre = 'MARIA'"), std::vector<long long>{2});
-    std::vector<long long> grupos = Codigos("select count(*) as n from clientes where nombre like 'mar%' group by nombre order by 1");
+    std::vector<long long> grupos =
+        Codigos("select count(*) as n from clientes where nombre like 'mar%' group by nombre order by 1");
     EXPECT_EQ(grupos, (std::vector<long long>{1, 1, 2}));
     EXPECT_EQ(Textos("select distinct nombre from clientes where nombre = 'maria'").size(), 1u);
     // Two texts that are no columns compare the same way.
-    EXPECT_EQ(Valor("select count(*) from clientes where 'maría' = 'MARÍA'").integer(), static_cast<long long>(nombres.size()));
+    EXPECT_EQ(Valor("select count(*) from clientes where 'maría' = 'MARÍA'").integer(),
+              static_cast<long long>(nombres.size()));
     EXPECT_EQ(Valor("select count(*) from clientes where 'maria' = 'maría'").integer(), 0);
 }
 
@@ -116,9 +121,12 @@ TEST_P(JetEnCadaMotor, Fechas_YHoras_VuelvenComoSeEscribieron) {
         EXPECT_EQ(rs["hora"].Value(), c.hora);
         rs.MoveNext();
     }
-    EXPECT_EQ(Codigos("select numero from cabecera_factura where fecha = #02/03/2026 08:12:40#"), std::vector<long long>{2});
-    EXPECT_EQ(Codigos("select numero from cabecera_factura where fecha >= #02/03/2026# and fecha < #02/04/2026# order by numero"),
-              (std::vector<long long>{1, 2}));
+    EXPECT_EQ(Codigos("select numero from cabecera_factura where fecha = #02/03/2026 08:12:40#"),
+              std::vector<long long>{2});
+    EXPECT_EQ(
+        Codigos(
+            "select numero from cabecera_factura where fecha >= #02/03/2026# and fecha < #02/04/2026# order by numero"),
+        (std::vector<long long>{1, 2}));
     EXPECT_EQ(Codigos("select numero from cabecera_factura where fecha = #01/01/1900#"), std::vector<long long>{4});
     EXPECT_EQ(Codigos("select numero from cabecera_factura where hora > #08:00:00# order by numero"),
               (std::vector<long long>{1, 3, 4}));
@@ -136,8 +144,10 @@ TEST_P(JetEnCadaMotor, NullCeroYVacio_PorElRecordsetYAlJuntarTexto) {
     rs["dindep"] = Value();
     rs.Update();
     rs.Close();
-    rs.Open("select nombre, apellidos, descuento, dindep, nombre & '|' & apellidos & '|' & descuento & '|' & dindep as t "
-            "from clientes", cn, adOpenStatic, adLockOptimistic);
+    rs.Open(
+        "select nombre, apellidos, descuento, dindep, nombre & '|' & apellidos & '|' & descuento & '|' & dindep as t "
+        "from clientes",
+        cn, adOpenStatic, adLockOptimistic);
     ASSERT_EQ(rs.RecordCount(), 1);
     EXPECT_EQ(rs["nombre"].Value(), Value(""));
     EXPECT_TRUE(rs["apellidos"].IsNull());
@@ -168,8 +178,9 @@ TEST_P(JetEnCadaMotor, Numeros_TextoConComa_YTiposDeLasCuentas) {
     EXPECT_EQ(rs["i"].Value(), Value(1));
     EXPECT_EQ(rs["f"].Value(), Value(2.5));
     EXPECT_TRUE(rs["z"].IsNull());
-    rs.Open("select sum(codigo) as s, avg(codigo) as a, count(*) as n, sum(precio) as p, max(nombre) as m from productos",
-            cn, adOpenStatic, adLockOptimistic);
+    rs.Open(
+        "select sum(codigo) as s, avg(codigo) as a, count(*) as n, sum(precio) as p, max(nombre) as m from productos",
+        cn, adOpenStatic, adLockOptimistic);
     EXPECT_EQ(rs["s"].Value(), Value(10));
     EXPECT_EQ(rs["a"].Value(), Value(2.5));
     EXPECT_EQ(rs["n"].Value(), Value(4));
