@@ -1,6 +1,7 @@
 #include "core/datos/recordset.hpp"
 
 #include "core/datos/session.hpp"
+#include "core/runtime/conversiones.hpp"
 
 namespace tpv {
 
@@ -15,6 +16,31 @@ namespace {
 [[noreturn]] void NotFound(std::string_view name) {
     throw RuntimeError(3265, "No se encontró el elemento '" + std::string(name) +
                                  "' en la colección correspondiente al nombre o al ordinal solicitado.");
+}
+
+// A value assigned to a field takes the field's type, as the runtime converts
+// it: "12,5" into a number field is 12,5; "15/11/2026" into a date field is
+// that day; a number into a text field is its regional text.
+Value Convertir(const Value& v, datos::ColType tipo) {
+    if (v.IsNull()) return v;
+    switch (tipo) {
+        case datos::ColType::Integer:
+        case datos::ColType::Flag:
+            if (v.kind() == Value::Kind::Text || v.kind() == Value::Kind::Double || v.kind() == Value::Kind::Date)
+                return Value(static_cast<long long>(CLng(v)));
+            return v;
+        case datos::ColType::Double:
+            if (v.kind() != Value::Kind::Double) return Value(CDbl(v));
+            return v;
+        case datos::ColType::Date:
+        case datos::ColType::Time:
+            if (v.kind() != Value::Kind::Date) return Value(CDate(v));
+            return v;
+        case datos::ColType::Text:
+            if (v.kind() != Value::Kind::Text) return Value(CStr(v));
+            return v;
+        default: return v;
+    }
 }
 
 }  // namespace
@@ -209,8 +235,7 @@ void Recordset::SetAt(int index, Value v) {
         p_->dirty.assign(p_->visible, false);
         p_->mode = Impl::Mode::Edit;
     }
-    p_->buffer[static_cast<std::size_t>(index)] =
-        datos::Session::Typed(v, p_->types[static_cast<std::size_t>(index)]);
+    p_->buffer[static_cast<std::size_t>(index)] = Convertir(v, p_->types[static_cast<std::size_t>(index)]);
     p_->dirty[static_cast<std::size_t>(index)] = true;
 }
 

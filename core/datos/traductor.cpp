@@ -437,8 +437,6 @@ private:
         else if (f == "ucase" || f == "lcase" || f == "trim" || f == "ltrim" || f == "rtrim") e.type = ColType::Text;
         else if (f == "len") e.type = ColType::Integer;
         else if (f == "nz") e.type = arg;
-        else if (f == "int" || f == "fix") e.type = ColType::Double;
-        else if (f == "year" || f == "month" || f == "day") e.type = ColType::Integer;
         else Fail("funcion", "Función '" + f + "' no definida en la expresión.");
         if ((f == "count" || f == "sum" || f == "max" || f == "min" || f == "avg") && e.args.size() != 1)
             Fail("sintaxis", "Número de argumentos incorrecto en '" + f + "'.");
@@ -653,7 +651,9 @@ private:
 
     // A truth value where the engine wants a condition.
     void Cond(const ast::Expr& e) {
-        if (IsBoolOp(e) || e.kind == ExprKind::Bool) {
+        if (e.kind == ExprKind::Bool) {
+            Put(e.boolValue ? "(1 = 1)" : "(1 = 0)");
+        } else if (IsBoolOp(e)) {
             Ex(e);
         } else {
             Put("(");
@@ -823,15 +823,8 @@ private:
             {"rtrim", "RTRIM"}, {"len", "LENGTH"},  {"nz", "COALESCE"}, {"first", "MIN"}, {"last", "MAX"}};
         auto it = kNames.find(e.op);
         if (it == kNames.end()) {
-            // int, fix, year, month, day: through the dialect-neutral forms.
-            if (e.op == "int") {
-                Put("(CAST(");
-                Ex(*e.args[0]);
-                Put(" AS INTEGER))");
-            } else {
-                Put("NULL");
-            }
-            return;
+            // The resolver lets no other function through.
+            throw DbError("funcion", "Función '" + e.op + "' no definida en la expresión.", "");
         }
         Put(it->second + "(");
         if (e.distinctArg) Put("DISTINCT ");
@@ -839,7 +832,7 @@ private:
             if (i) Put(", ");
             Ex(*e.args[i]);
         }
-        if (e.op == "nz" && e.args.size() == 1) Put(", 0");
+        if (e.op == "nz" && e.args.size() == 1) Put(e.args[0]->type == ColType::Text ? ", ''" : ", 0");
         Put(")");
     }
 

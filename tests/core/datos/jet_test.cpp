@@ -201,6 +201,15 @@ TEST_P(JetTest, MismaFormaConOtrosValores_UsaCadaVezLosSuyos) {
     EXPECT_EQ(Valor("select count(*) from productos where nombre like 'marta%'").integer(), 1);
 }
 
+TEST_P(JetTest, ConstantesYFunciones_ComoEnJet) {
+    EXPECT_EQ(Valor("select count(*) from productos where true").integer(), 4);
+    EXPECT_EQ(Valor("select count(*) from productos where false").integer(), 0);
+    EXPECT_EQ(Valor("select nz(apellidos) & '|' as a from clientes where codigo = 1"), Value("|"));
+    EXPECT_EQ(Valor("select nz(stock) as s from productos where codigo = 2"), Value(0.0));
+    // A function Jet has but the till never uses is refused, not answered wrongly.
+    EXPECT_THROW(cn.Execute("select int(precio) from productos"), DbError);
+}
+
 TPV_EN_CADA_MOTOR(JetTest);
 
 }  // namespace

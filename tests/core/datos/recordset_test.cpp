@@ -172,6 +172,27 @@ TEST_P(RecordsetTest, DosProcesos_TomanNumerosDelMismoContador_SinRepetirNiPerde
     EXPECT_EQ(Valor("select daton from relaciones_fijas where indice = 'Factura'").number(), 100 + 2 * kVueltas);
 }
 
+TEST_P(RecordsetTest, AsignarUnCampo_ConvierteAlTipoDelCampoComoElTpv) {
+    Ejecutar({"insert into cabecera_factura_temp (numero, total, terminal) values (9, 0, 'CAJA1')"});
+    Recordset rs;
+    rs.Open("select * from cabecera_factura_temp where numero = 9", cn, adOpenKeyset, adLockOptimistic);
+    ASSERT_EQ(rs.RecordCount(), 1);
+    rs["total"] = Value("12,5");
+    rs["fecha"] = Value("15/11/2026");
+    rs["cliente"] = Value("44");
+    rs["empleado"] = Value(2.5);
+    EXPECT_THROW(rs["impuesto"] = Value("doce"), RuntimeError);
+    rs.Update();
+    rs.Close();
+    Recordset leido;
+    leido.Open("select total, fecha, cliente, empleado from cabecera_factura_temp where numero = 9 and fecha = #11/15/2026#",
+               cn, adOpenStatic, adLockOptimistic);
+    ASSERT_EQ(leido.RecordCount(), 1);
+    EXPECT_EQ(leido["total"].Value(), Value(12.5));
+    EXPECT_EQ(leido["cliente"].Value(), Value(44));
+    EXPECT_EQ(leido["empleado"].Value(), Value("2,5"));
+}
+
 TPV_EN_CADA_MOTOR(RecordsetTest);
 
 }  // namespace
