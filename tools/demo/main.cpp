@@ -14,6 +14,7 @@
 #include "core/datos/connection.hpp"
 #include "core/datos/esquema.hpp"
 #include "core/datos/recordset.hpp"
+#include "core/datos/servidor.hpp"
 #include "core/runtime/fecha.hpp"
 #include "tools/demo/tienda_demo.hpp"
 
@@ -66,20 +67,22 @@ bool LeerArgumentos(int argc, char** argv, Argumentos& a) {
     return !a.tienda.empty();
 }
 
-bool EsServidor(const std::string& uri) {
-    return uri.starts_with("postgresql://") || uri.starts_with("postgres://");
-}
-
 // The file behind an SQLite URI: the path itself, or what follows "sqlite:".
 fs::path Fichero(const std::string& uri) {
     return fs::path(uri.starts_with("sqlite:") ? uri.substr(7) : uri);
 }
 
 // A file database is made anew: an existing one is refused, or removed with
-// --force together with the journals beside it. A server database is left
-// to the schema loader.
+// --force together with the journals beside it. A server database is left to
+// the schema loader, which refuses one that already has a shop's tables;
+// with --force it is dropped first, from the server's maintenance database,
+// as a database cannot drop itself.
 bool PrepararDestino(const std::string& uri, bool forzar) {
-    if (EsServidor(uri)) return true;
+    if (datos::servidor::EsUri(uri)) {
+        const std::string base = datos::servidor::Base(uri);
+        if (forzar && !base.empty()) datos::servidor::BorrarBase(datos::servidor::ConBase(uri, "postgres"), base);
+        return true;
+    }
     const fs::path f = Fichero(uri);
     if (fs::exists(f)) {
         if (!forzar) {
@@ -110,7 +113,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     if (a.informes.empty()) {
-        if (EsServidor(a.tienda)) {
+        if (datos::servidor::EsUri(a.tienda)) {
             std::fprintf(stderr, "tpvdemo: con un servidor hay que indicar la base de informes\n");
             return 2;
         }
@@ -141,6 +144,12 @@ int main(int argc, char** argv) {
         Resumen(tienda, esquemaTienda);
         std::printf("Fuente de informes en %s\n", a.informes.c_str());
         Resumen(informes, esquemaInformes);
+    } catch (const DbError& e) {
+        // A server database that holds a shop already: the way out is the
+        // same as for an existing file.
+        std::fprintf(stderr, "tpvdemo: %s%s\n", e.what(),
+                     e.EngineCode() == "42P07" ? " (use --force para sustituirla)" : "");
+        return 1;
     } catch (const std::exception& e) {
         std::fprintf(stderr, "tpvdemo: %s\n", e.what());
         return 1;
