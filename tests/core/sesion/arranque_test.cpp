@@ -7,12 +7,14 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <thread>
 #include <vector>
 
 #include "core/datos/esquema.hpp"
+#include "core/datos/servidor.hpp"
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/servicios/colour_scheme.hpp"
@@ -76,6 +78,8 @@ protected:
         std::error_code ec;
         fs::remove_all(carpeta, ec);
         prueba::SesionTest::TearDown();
+        // Once every connection to it is closed.
+        if (!baseSector.empty()) prueba::BorrarBase(motor, baseSector);
     }
 
     void TiendaMinima() {
@@ -133,6 +137,7 @@ protected:
     std::string nombreShell;
     std::unique_ptr<ShellDePrueba> shell;
     OpcionesArranque opciones;
+    std::string baseSector;  // a database of its own, named after a sector
 };
 
 TEST_P(Arranque, EmpleadoNegativo_LlegaALaSeleccionConLaSesionCargada) {
@@ -248,9 +253,18 @@ TEST_P(Arranque, BuscadorDeActualizaciones_SoloElDia22ConLaMaquinaActivada) {
 }
 
 TEST_P(Arranque, Supermercado_CreaSusSemaforos) {
-    if (motor != prueba::Motor::SQLite) GTEST_SKIP() << "el sector sale del nombre del fichero";
-    // The sector is the database's name.
-    const std::string super = (carpeta / "SUPERMERCADO.db").string();
+    // The sector is the last part of the database's name: a file SUPERMERCADO.db
+    // in the test's folder, or a server database named ".../SUPERMERCADO" (a
+    // server keeps the name as the URI gives it); the photo folder is what
+    // precedes it.
+    std::string carpetaBase = carpeta.string();
+    if (motor == prueba::Motor::SQLite) {
+        baseSector = (carpeta / "SUPERMERCADO.db").string();
+    } else {
+        carpetaBase = "tpv_arranque_" + std::to_string(::getpid());
+        baseSector = datos::servidor::ConBase(std::getenv("TPV_PG_URI"), carpetaBase + "/SUPERMERCADO");
+    }
+    const std::string& super = baseSector;
     datos::CrearBaseDeDatos(super, datos::CarpetaEsquemas() + "/tienda.schema");
     cn.Close();
     cn.Open(super);
@@ -259,7 +273,7 @@ TEST_P(Arranque, Supermercado_CreaSusSemaforos) {
     PantallaAnotada pantalla;
     ASSERT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
     EXPECT_EQ(sesion().Sector, "SUPERMERCADO");
-    EXPECT_EQ(sesion().CarpetaFotosServidor, carpeta.string() + "/fotos/");
+    EXPECT_EQ(sesion().CarpetaFotosServidor, carpetaBase + "/fotos/");
     for (const char* nombre : {"Factura", "SalidaProd", "VentaTemp"})
         EXPECT_EQ(Valor(std::string("select datoa from relaciones_fijas where indice = 'Semaforo") + nombre + "'"),
                   Value("verde"))
