@@ -23,10 +23,15 @@ echo "Resumen de la tienda de demostración ($base):"
   -e "select count(*) as clientes from clientes" \
   -e "select terminal, identificador, empleado from opciones_terminal"
 
-if [ -x "$build/app/tpv/tpv" ]; then
-  export TPV_DATABASE="$PWD/$base"
-  export TPV_DSN_VELMORA="$PWD/$informes"
-  echo
-  echo "Arrancando el TPV sobre la tienda de demostración:"
-  "$build/app/tpv/tpv" "$@"
-fi
+# The till only starts under the suite's shell: a stand-in plays its part here.
+export TPV_DATABASE="$PWD/$base"
+export TPV_DSN_VELMORA="$PWD/$informes"
+export TPV_SUITE_CONF="${TPV_SUITE_CONF:-$PWD/$demo/suite.conf}"
+touch "$TPV_SUITE_CONF"
+"$build/app/suite_shell" &
+shell=$!
+trap 'kill $shell 2>/dev/null || true' EXIT
+sleep 0.2
+echo
+echo "Arrancando el TPV sobre la tienda de demostración:"
+"$build/app/tpv" "$@"
