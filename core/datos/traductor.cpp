@@ -63,6 +63,23 @@ bool SePuedeReescribir(const Expr* e, const std::string& visible) {
     return true;
 }
 
+ExprPtr Nueva(ExprKind k) {
+    auto e = std::make_unique<Expr>();
+    e->kind = k;
+    return e;
+}
+
+// A resolved column reference like c.
+ExprPtr CopiaDeColumna(const Expr& c) {
+    auto e = Nueva(ExprKind::Column);
+    e->qualifier = c.qualifier;
+    e->name = c.name;
+    e->column = c.column;
+    e->tableName = c.tableName;
+    e->type = c.type;
+    return e;
+}
+
 // Replaces every condition on the joined table alone by "key in (select ...)".
 // False when the joined table is named in some other way.
 bool Reescribir(ExprPtr& e, const TableRef& b, const Expr& claveA, const Expr& claveB) {
@@ -70,28 +87,17 @@ bool Reescribir(ExprPtr& e, const TableRef& b, const Expr& claveA, const Expr& c
     if (IsBoolOp(*e) && SoloDe(e.get(), b.Visible())) {
         auto sub = std::make_unique<Select>();
         SelectItem it;
-        it.expr = std::make_unique<Expr>(Expr{ExprKind::Column});
-        it.expr->qualifier = claveB.qualifier;
-        it.expr->name = claveB.name;
-        it.expr->column = claveB.column;
-        it.expr->tableName = claveB.tableName;
-        it.expr->type = claveB.type;
+        it.expr = CopiaDeColumna(claveB);
         sub->items.push_back(std::move(it));
         auto nodo = std::make_unique<JoinNode>();
         nodo->table = b;
         sub->from.push_back(std::move(nodo));
         sub->tables.push_back(&sub->from[0]->table);
         sub->where = std::move(e);
-        auto in = std::make_unique<Expr>(Expr{ExprKind::InSelect});
+        auto in = Nueva(ExprKind::InSelect);
         in->type = ColType::Flag;
         in->op = "clave";  // a lookup of the few keys of a join: written by Dialect::KeyLookup
-        auto a = std::make_unique<Expr>(Expr{ExprKind::Column});
-        a->qualifier = claveA.qualifier;
-        a->name = claveA.name;
-        a->column = claveA.column;
-        a->tableName = claveA.tableName;
-        a->type = claveA.type;
-        in->args.push_back(std::move(a));
+        in->args.push_back(CopiaDeColumna(claveA));
         in->sub = std::move(sub);
         e = std::move(in);
         return true;
@@ -130,22 +136,10 @@ void QuitarUnionInnecesaria(Select& s) {
     for (const auto& o : s.orderBy)
         if (Nombra(o.expr.get(), b.Visible())) return;
     if (Nombra(s.having.get(), b.Visible())) return;
-    // Work on a copy of the condition: if some use of B can't be rewritten, nothing changes.
-    Expr claveA = Expr{ExprKind::Column};
-    claveA.qualifier = x->qualifier;
-    claveA.name = x->name;
-    claveA.column = x->column;
-    claveA.tableName = x->tableName;
-    claveA.type = x->type;
-    Expr claveB = Expr{ExprKind::Column};
-    claveB.qualifier = y->qualifier;
-    claveB.name = y->name;
-    claveB.column = y->column;
-    claveB.tableName = y->tableName;
-    claveB.type = y->type;
+    // If some use of B can't be rewritten, nothing changes.
     if (!SePuedeReescribir(s.where.get(), b.Visible())) return;
     TableRef copiaB = b;
-    Reescribir(s.where, copiaB, claveA, claveB);
+    Reescribir(s.where, copiaB, *x, *y);
     auto soloA = std::make_unique<JoinNode>();
     soloA->table = a;
     s.from[0] = std::move(soloA);
