@@ -135,6 +135,13 @@ std::string RTrim(std::string_view s) {
 
 std::string Trim(std::string_view s) { return LTrim(RTrim(s)); }
 
+std::string Recortar(std::string_view s, std::string_view blancos) {
+    std::size_t a = s.find_first_not_of(blancos);
+    if (a == std::string_view::npos) return "";
+    std::size_t b = s.find_last_not_of(blancos);
+    return std::string(s.substr(a, b - a + 1));
+}
+
 std::string Replace(std::string_view s, std::string_view buscado, std::string_view nuevo, long inicio, long veces,
                     CompareMethod comparacion) {
     if (inicio < 1 || veces < -1) throw ErrorLlamadaNoValida();

@@ -29,6 +29,8 @@ long InStrRev(std::string_view s, std::string_view buscado, long inicio = -1,
 
 // Blanks only, not tabs.
 std::string Trim(std::string_view s);
+// Trim of any of the given blanks (tabs, line ends), for settings files and lists.
+std::string Recortar(std::string_view s, std::string_view blancos = " \t");
 std::string LTrim(std::string_view s);
 std::string RTrim(std::string_view s);
 

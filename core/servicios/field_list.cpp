@@ -3,16 +3,12 @@
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/error.hpp"
 
+#include "core/runtime/texto.hpp"
+
 namespace tpv {
 
 namespace {
 
-std::string Recortar(std::string_view s) {
-    std::size_t a = s.find_first_not_of(" \t\r\n");
-    if (a == std::string_view::npos) return "";
-    std::size_t b = s.find_last_not_of(" \t\r\n");
-    return std::string(s.substr(a, b - a + 1));
-}
 
 }  // namespace
 
@@ -24,9 +20,9 @@ std::vector<CampoFieldList> FieldList::Leer(std::string_view campos) {
         if (fin == std::string_view::npos) fin = campos.size();
         std::string_view par = campos.substr(inicio, fin - inicio);
         inicio = fin + 1;
-        if (Recortar(par).empty()) continue;
+        if (Recortar(par, " \t\r\n").empty()) continue;
         std::size_t igual = par.find('=');
-        std::string nombre = igual == std::string_view::npos ? "" : Recortar(par.substr(0, igual));
+        std::string nombre = igual == std::string_view::npos ? "" : Recortar(par.substr(0, igual), " \t\r\n");
         if (nombre.empty())
             throw DbError("campos", "Lista de campos mal formada: '" + std::string(par) + "'.", std::string(campos));
         pares.push_back({std::move(nombre), std::string(par.substr(igual + 1))});

@@ -9,16 +9,12 @@
 #include "core/runtime/error.hpp"
 #include "core/servicios/suite_settings.hpp"
 
+#include "core/runtime/texto.hpp"
+
 namespace tpv {
 
 namespace {
 
-std::string Recortar(std::string_view s) {
-    std::size_t a = s.find_first_not_of(" \t");
-    if (a == std::string_view::npos) return "";
-    std::size_t b = s.find_last_not_of(" \t");
-    return std::string(s.substr(a, b - a + 1));
-}
 
 // The value of "dsn=" among the ";"-separated parts; false when there is none.
 bool NombreDsn(const std::string& cadena, std::string& nombre) {

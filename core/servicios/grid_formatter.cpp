@@ -7,16 +7,12 @@
 #include "core/runtime/error.hpp"
 #include "core/servicios/valor_columna.hpp"
 
+#include "core/runtime/texto.hpp"
+
 namespace tpv {
 
 namespace {
 
-std::string Recortar(std::string_view s) {
-    std::size_t a = s.find_first_not_of(" \t");
-    if (a == std::string_view::npos) return "";
-    std::size_t b = s.find_last_not_of(" \t");
-    return std::string(s.substr(a, b - a + 1));
-}
 
 std::vector<std::string> Partes(const std::string& texto) {
     std::vector<std::string> partes;
