@@ -36,7 +36,7 @@ std::string Ean13(std::string_view doce);
 // EAN-8 from its first seven digits.
 std::string Ean8(std::string_view siete);
 
-// A small deterministic generator (splitmix64): the same seed gives the same
+// A small deterministic generator (splitmix64): the same starting value gives the same
 // shop on every machine, which the standard distributions don't promise.
 class Aleatorio {
 public:
