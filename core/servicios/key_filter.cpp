@@ -38,7 +38,9 @@ int KeyFilter::FiltrarTecla(int tecla, const TextBox& caja, int decimales, int) 
         }
         return tecla;
     }
-    if (decimales == 0 || posicionComa >= 0 || detrasDelCursor > decimales) return 0;
+    // A separator needs a figure before it: on an empty entry it is swallowed,
+    // so that a pad's separator key leaves the entry empty.
+    if (decimales == 0 || posicionComa >= 0 || inicio == 0 || detrasDelCursor > decimales) return 0;
     return kComa;
 }
 

@@ -21,8 +21,9 @@ public:
     // The key to let through for `tecla` typed into `caja` (whose selection
     // the key replaces), or 0 to swallow it. The "." key, as a numeric pad
     // sends it, comes back as the separator ",". A separator is refused when
-    // the entry has one already, when no decimals are allowed, or when it
-    // would leave more than `decimales` digits behind it.
+    // the entry has one already, when no decimals are allowed, when nothing
+    // stands before the caret (an empty entry stays empty), or when it would
+    // leave more than `decimales` digits behind it.
     int FiltrarTecla(int tecla, const TextBox& caja, int decimales, int extra = 0) const;
 
     // A key of an on-screen pad: if the whole text is selected it is cleared

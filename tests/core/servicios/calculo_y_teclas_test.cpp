@@ -39,7 +39,9 @@ TEST(KeyFilter, DigitosUnSeparadorYLosDecimalesPermitidos) {
         {',', "12,5", 4, 0, 2, 0},                                     // only one
         {',', "12", 2, 0, 0, 0},                                       // whole numbers only
         {',', "12345", 1, 0, 2, 0},                                    // would leave four decimals
-        {',', "12345", 3, 0, 2, ','}, {',', "12,5", 0, 4, 2, ','},     // the selection with its comma goes
+        {',', "12345", 3, 0, 2, ','}, {',', "12,5", 2, 2, 2, ','},     // the selection with its comma goes
+        {',', "", 0, 0, 2, 0},        {'.', "12,5", 0, 4, 2, 0},       // no figure before it: the entry stays empty
+        {',', "12", 0, 0, 2, 0},                                       // nor a leading separator
         {'7', "12,50", 5, 0, 2, 0},                                    // two decimals already
         {'7', "12,5", 4, 0, 2, '7'},  {'7', "12,50", 1, 0, 2, '7'},    // before the comma there is room
         {'7', "12,50", 4, 1, 2, '7'},                                  // replaces a decimal
@@ -65,6 +67,11 @@ TEST(KeyFilter, TecladoEnPantalla_BorraSiTodoEstaSeleccionadoYAnadeAlFinal) {
     EXPECT_EQ(caja.text, "7,50");
     kf.PulsarTeclaPad(caja, 8, 2);
     EXPECT_EQ(caja.text, "7,5");
+    // All selected: the separator clears the entry and is swallowed.
+    caja.selStart = 0;
+    caja.selLength = 3;
+    kf.PulsarTeclaPad(caja, ',', 2);
+    EXPECT_EQ(caja.text, "");
 }
 
 TEST(GridFormatter, TitulosAnchosYAlineaciones) {
