@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "core/runtime/conversiones.hpp"
 #include "core/runtime/error.hpp"
 #include "core/runtime/fecha.hpp"
 #include "core/runtime/unicode.hpp"
@@ -87,35 +88,7 @@ bool ReadDate(std::string_view text, bool monthFirst, DateTime& out) {
 
 }  // namespace
 
-bool LeerNumeroRegional(std::string_view text, double& out) {
-    std::string_view s = Trim(text);
-    std::string clean;
-    std::size_t i = 0;
-    if (i < s.size() && (s[i] == '-' || s[i] == '+')) clean += s[i++];
-    bool digits = false, comma = false;
-    for (; i < s.size(); ++i) {
-        char c = s[i];
-        if (c >= '0' && c <= '9') {
-            clean += c;
-            digits = true;
-        } else if (c == '.' && !comma) {
-            continue;  // thousands
-        } else if (c == ',' && !comma) {
-            comma = true;
-            clean += '.';
-        } else if ((c == 'e' || c == 'E') && digits) {
-            clean += 'e';
-            if (i + 1 < s.size() && (s[i + 1] == '-' || s[i + 1] == '+')) clean += s[++i];
-        } else {
-            return false;
-        }
-    }
-    if (!digits) return false;
-    const char* b = clean.data();
-    if (*b == '+') ++b;
-    auto [p, ec] = std::from_chars(b, clean.data() + clean.size(), out);
-    return ec == std::errc() && p == clean.data() + clean.size();
-}
+bool LeerNumeroRegional(std::string_view text, double& out) { return LeerNumero(text, out); }
 
 Value LiteralValue(const Token& t, const SlotPlan& plan, const std::string& sql) {
     switch (t.kind) {

@@ -412,6 +412,10 @@ DateTime CDate(const Value& v) {
     }
 }
 
+bool LeerNumero(std::string_view texto, double& out) {
+    return LeerNumeroRegional(texto, out) == Lectura::Numero;
+}
+
 bool IsNumeric(const Value& v) {
     switch (v.kind()) {
         case Value::Kind::Integer:

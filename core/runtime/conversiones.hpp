@@ -50,6 +50,9 @@ DateTime CDate(const Value& v);
 
 // Under the regional settings, and without raising an error.
 bool IsNumeric(const Value& v);
+// Reads a number written in the regional form ("1.234,5", "12,50 €", "(3)");
+// false when the text is not one, or does not fit a double.
+bool LeerNumero(std::string_view texto, double& out);
 bool IsDate(const Value& v);
 
 // --- Text out of numbers and dates -------------------------------------------
