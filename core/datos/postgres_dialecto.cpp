@@ -169,21 +169,11 @@ std::string Hora(long long micros) {
     return buf;
 }
 
-bool Digitos(std::string_view t, std::size_t pos, std::size_t len, int& v) {
-    if (pos + len > t.size()) return false;
-    v = 0;
-    for (std::size_t i = pos; i < pos + len; ++i) {
-        if (t[i] < '0' || t[i] > '9') return false;
-        v = v * 10 + (t[i] - '0');
-    }
-    return true;
-}
-
 // "hh:mm:ss[.ffffff]" at the start of t; the rest (a time zone) is ignored.
 bool LeerHoraEn(std::string_view t, DateTime& out) {
     int h, mi, s;
-    if (t.size() < 8 || t[2] != ':' || t[5] != ':' || !Digitos(t, 0, 2, h) || !Digitos(t, 3, 2, mi) ||
-        !Digitos(t, 6, 2, s))
+    if (t.size() < 8 || t[2] != ':' || t[5] != ':' || !fecha::LeerDigitos(t, 0, 2, h) ||
+        !fecha::LeerDigitos(t, 3, 2, mi) || !fecha::LeerDigitos(t, 6, 2, s))
         return false;
     long long us = 0;
     std::size_t i = 8;
@@ -298,8 +288,8 @@ std::string TextoHora(DateTime d) {
 
 bool LeerFechaHora(std::string_view t, DateTime& out) {
     int y, m, d;
-    if (t.size() < 10 || t[4] != '-' || t[7] != '-' || !Digitos(t, 0, 4, y) || !Digitos(t, 5, 2, m) ||
-        !Digitos(t, 8, 2, d) || !fecha::EsFechaValida(y, m, d))
+    if (t.size() < 10 || t[4] != '-' || t[7] != '-' || !fecha::LeerDigitos(t, 0, 4, y) ||
+        !fecha::LeerDigitos(t, 5, 2, m) || !fecha::LeerDigitos(t, 8, 2, d) || !fecha::EsFechaValida(y, m, d))
         return false;
     out = fecha::DesdeFecha(y, m, d);
     if (t.size() == 10) return true;

@@ -99,16 +99,18 @@ std::string ATextoIso(DateTime d) {
     return buf;
 }
 
+bool LeerDigitos(std::string_view t, std::size_t pos, std::size_t len, int& v) {
+    if (pos + len > t.size()) return false;
+    v = 0;
+    for (std::size_t i = pos; i < pos + len; ++i) {
+        if (t[i] < '0' || t[i] > '9') return false;
+        v = v * 10 + (t[i] - '0');
+    }
+    return true;
+}
+
 bool DesdeTextoIso(std::string_view t, DateTime& out) {
-    auto num = [&](std::size_t pos, std::size_t len, int& v) {
-        if (pos + len > t.size()) return false;
-        v = 0;
-        for (std::size_t i = pos; i < pos + len; ++i) {
-            if (t[i] < '0' || t[i] > '9') return false;
-            v = v * 10 + (t[i] - '0');
-        }
-        return true;
-    };
+    auto num = [&](std::size_t pos, std::size_t len, int& v) { return LeerDigitos(t, pos, len, v); };
     int y, m, d, h, mi, s;
     if (t.size() == 8 && t[2] == ':' && t[5] == ':') {
         if (!num(0, 2, h) || !num(3, 2, mi) || !num(6, 2, s)) return false;

@@ -25,6 +25,8 @@ DateTime Hoy();
 // "yyyy-mm-dd hh:mm:ss"; a day-0 value prints as a time alone, a value
 // without time as a date alone.
 std::string ATextoIso(DateTime d);
+// Reads len digits at pos of t into v; false when they aren't all digits.
+bool LeerDigitos(std::string_view t, std::size_t pos, std::size_t len, int& v);
 // Reads those forms back; false when the text is not one of them.
 bool DesdeTextoIso(std::string_view text, DateTime& out);
 
