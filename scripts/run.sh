@@ -30,7 +30,7 @@ export TPV_SUITE_CONF="${TPV_SUITE_CONF:-$PWD/$demo/suite.conf}"
 touch "$TPV_SUITE_CONF"
 "$build/app/suite_shell" &
 shell=$!
-trap 'kill $shell 2>/dev/null || true' EXIT
+trap 'kill $shell 2>/dev/null; wait $shell 2>/dev/null || true' EXIT
 sleep 0.2
 echo
 echo "Arrancando el TPV sobre la tienda de demostración:"
