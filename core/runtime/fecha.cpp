@@ -1,5 +1,7 @@
 #include "core/runtime/fecha.hpp"
 
+#include "core/runtime/reloj.hpp"
+
 #include <chrono>
 #include <cmath>
 #include <cstdio>
@@ -74,14 +76,7 @@ Partes Descomponer(DateTime d) {
     return p;
 }
 
-DateTime Ahora() {
-    std::time_t t = std::time(nullptr);
-    std::tm tm{};
-    localtime_r(&t, &tm);
-    DateTime d = DesdeFecha(tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday);
-    d.serial += DesdeHora(tm.tm_hour, tm.tm_min, tm.tm_sec).serial;
-    return d;
-}
+DateTime Ahora() { return reloj::Ahora(); }
 
 DateTime Hoy() { return DateTime{std::floor(Ahora().serial)}; }
 

@@ -17,7 +17,7 @@ DateTime DesdeFecha(int anio, int mes, int dia);             // no check: the ca
 DateTime DesdeHora(int hora, int minuto, int segundo);
 Partes Descomponer(DateTime d);                               // rounds to the second
 
-// The machine's clock, in local time.
+// The till's clock (reloj.hpp), in local time.
 DateTime Ahora();
 DateTime Hoy();
 
