@@ -8,6 +8,7 @@ paquetes=(
   libsqlite3-dev sqlite3
   libpq-dev postgresql postgresql-contrib
   libgtest-dev libgmock-dev libbenchmark-dev
+  libcups2-dev libcairo2-dev libpango1.0-dev poppler-utils
 )
 
 faltan=()
