@@ -5,14 +5,12 @@
 
 #include "core/datos/tipos.hpp"
 #include "core/runtime/error.hpp"
-#include "core/servicios/valor_columna.hpp"
-
 #include "core/runtime/texto.hpp"
+#include "core/servicios/valor_columna.hpp"
 
 namespace tpv {
 
 namespace {
-
 
 std::vector<std::string> Partes(const std::string& texto) {
     std::vector<std::string> partes;
@@ -49,10 +47,10 @@ void GridFormatter::Formatear(Grid& grid, const std::string& titulos, const std:
     const std::vector<std::string> cabeceras = Partes(titulos);
     const std::vector<std::string> formatos = Partes(columnas);
     const std::size_t total = std::max(cabeceras.size(), formatos.size());
-    grid.columnas.resize(total);
+    grid.SetCols(static_cast<long>(total));
     for (std::size_t i = 0; i < total; ++i) {
-        ColumnaGrid& c = grid.columnas[i];
-        c.titulo = i < cabeceras.size() ? cabeceras[i] : "";
+        const long c = static_cast<long>(i);
+        if (grid.FixedRows() > 0) grid.SetTextMatrix(0, c, i < cabeceras.size() ? cabeceras[i] : "");
         if (i >= formatos.size()) continue;
         const std::string& f = formatos[i];
         const std::size_t barra = f.find('/');
@@ -60,11 +58,10 @@ void GridFormatter::Formatear(Grid& grid, const std::string& titulos, const std:
         double x = 0;
         if (!ancho.empty() && !LeerNumeroFieldList(ancho, x))
             throw RuntimeError(kErrTypeMismatch, "No coinciden los tipos: ancho de columna '" + ancho + "'");
-        c.ancho = std::max(0.0, x);
-        c.visible = c.ancho > 0;
-        c.alineacion = barra == std::string::npos ? Alineacion::Izquierda : LeerAlineacion(f.substr(barra + 1));
+        grid.SetColWidth(c, std::max(0.0, x));
+        grid.SetColAlignment(c,
+                             barra == std::string::npos ? Alineacion::Izquierda : LeerAlineacion(f.substr(barra + 1)));
     }
-    for (auto& fila : grid.filas) fila.resize(total);
 }
 
 }  // namespace tpv

@@ -12,7 +12,7 @@ namespace tpv {
 //   a decimal comma; 0 hides the column. Alignments "izquierda", "centrado"
 //   and "derecha", in any case; none or an unknown word is left.
 // A final ";" opens no column. The grid gets as many columns as the longer
-// of the two lists; its rows are padded or cut to match. A width that isn't
+// of the two lists; the titles go into the heading row. A width that isn't
 // a number is the run-time error 13. `extra` is not used.
 class GridFormatter {
 public:

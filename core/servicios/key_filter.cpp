@@ -22,7 +22,7 @@ int KeyFilter::FiltrarTecla(int tecla, const TextBox& caja, int decimales, int) 
     if (decimales < 0) decimales = 0;
 
     // The text as it will stand around the caret once the selection is gone.
-    std::vector<char32_t> texto = unicode::Decode(caja.text);
+    std::vector<char32_t> texto = unicode::Decode(caja.Text());
     const long n = static_cast<long>(texto.size());
     const long inicio = std::clamp(caja.selStart, 0L, n);
     const long largo = std::clamp(caja.selLength, 0L, n - inicio);
@@ -45,18 +45,21 @@ int KeyFilter::FiltrarTecla(int tecla, const TextBox& caja, int decimales, int) 
 }
 
 void KeyFilter::PulsarTeclaPad(TextBox& caja, int tecla, int decimales) const {
-    const long largo = static_cast<long>(unicode::Length(caja.text));
-    if (largo > 0 && caja.selStart <= 0 && caja.selLength >= largo) caja.text.clear();
-    TextBox alFinal{caja.text, static_cast<long>(unicode::Length(caja.text)), 0};
+    const long largo = static_cast<long>(unicode::Length(caja.Text()));
+    if (largo > 0 && caja.selStart <= 0 && caja.selLength >= largo) caja.SetText("");
+    const TextBox alFinal(caja.Text(), static_cast<long>(unicode::Length(caja.Text())), 0);
     const int paso = FiltrarTecla(tecla, alFinal, decimales);
+    // Each change of the entry is an assignment of its text, as the pad wrote it.
     if (paso == kRetroceso) {
-        std::vector<char32_t> texto = unicode::Decode(caja.text);
-        if (!texto.empty()) texto.pop_back();
-        caja.text = unicode::Encode(texto);
+        std::vector<char32_t> texto = unicode::Decode(caja.Text());
+        if (!texto.empty()) {
+            texto.pop_back();
+            caja.SetText(unicode::Encode(texto));
+        }
     } else if (paso != 0) {
-        caja.text.push_back(static_cast<char>(paso));
+        caja.SetText(caja.Text() + static_cast<char>(paso));
     }
-    caja.selStart = static_cast<long>(unicode::Length(caja.text));
+    caja.selStart = static_cast<long>(unicode::Length(caja.Text()));
     caja.selLength = 0;
 }
 

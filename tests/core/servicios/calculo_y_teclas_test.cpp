@@ -57,45 +57,46 @@ TEST(KeyFilter, TecladoEnPantalla_BorraSiTodoEstaSeleccionadoYAnadeAlFinal) {
     const KeyFilter& kf = KeyFilter::Instancia();
     TextBox caja{"25,00", 0, 5};
     kf.PulsarTeclaPad(caja, '7', 2);
-    EXPECT_EQ(caja.text, "7");
+    EXPECT_EQ(caja.Text(), "7");
     for (int t : {'.', '5', '0', '9', ','}) kf.PulsarTeclaPad(caja, t, 2);
-    EXPECT_EQ(caja.text, "7,50");
+    EXPECT_EQ(caja.Text(), "7,50");
     EXPECT_EQ(caja.selStart, 4);
     // The caret at the start doesn't matter: the pad writes at the end.
     caja.selStart = 0;
     kf.PulsarTeclaPad(caja, '1', 2);
-    EXPECT_EQ(caja.text, "7,50");
+    EXPECT_EQ(caja.Text(), "7,50");
     kf.PulsarTeclaPad(caja, 8, 2);
-    EXPECT_EQ(caja.text, "7,5");
+    EXPECT_EQ(caja.Text(), "7,5");
     // All selected: the separator clears the entry and is swallowed.
     caja.selStart = 0;
     caja.selLength = 3;
     kf.PulsarTeclaPad(caja, ',', 2);
-    EXPECT_EQ(caja.text, "");
+    EXPECT_EQ(caja.Text(), "");
 }
 
 TEST(GridFormatter, TitulosAnchosYAlineaciones) {
-    Grid g;
-    g.filas = {{"a"}, {"b", "c", "d", "e"}};
+    Grid g(3, 1);
+    g.SetTextMatrix(2, 0, "b");
     GridFormatter().Formatear(g, "Detalle de Venta;Precio;;Cod.",
                               "2600/izquierda;800/Centrado;0/Izquierda;1723,5/DERECHA;");
-    ASSERT_EQ(g.columnas.size(), 4u);
-    EXPECT_EQ(g.columnas[0].titulo, "Detalle de Venta");
-    EXPECT_EQ(g.columnas[0].ancho, 2600);
-    EXPECT_EQ(g.columnas[0].alineacion, Alineacion::Izquierda);
-    EXPECT_EQ(g.columnas[1].alineacion, Alineacion::Centro);
-    EXPECT_EQ(g.columnas[2].titulo, "");
-    EXPECT_FALSE(g.columnas[2].visible);
-    EXPECT_TRUE(g.columnas[1].visible);
-    EXPECT_EQ(g.columnas[3].ancho, 1723.5);
-    EXPECT_EQ(g.columnas[3].alineacion, Alineacion::Derecha);
-    for (const auto& fila : g.filas) EXPECT_EQ(fila.size(), 4u);
+    ASSERT_EQ(g.Cols(), 4);
+    EXPECT_EQ(g.TextMatrix(0, 0), "Detalle de Venta");
+    EXPECT_EQ(g.ColWidth(0), 2600);
+    EXPECT_EQ(g.ColAlignment(0), Alineacion::Izquierda);
+    EXPECT_EQ(g.ColAlignment(1), Alineacion::Centro);
+    EXPECT_EQ(g.TextMatrix(0, 2), "");
+    EXPECT_EQ(g.ColWidth(2), 0);  // hidden
+    EXPECT_EQ(g.ColWidth(3), 1723.5);
+    EXPECT_EQ(g.ColAlignment(3), Alineacion::Derecha);
+    EXPECT_EQ(g.Rows(), 3);
+    EXPECT_EQ(g.TextMatrix(2, 0), "b");
+    EXPECT_EQ(g.TextMatrix(2, 3), "");
 
     // More titles than formats: the extra columns are there, with a title.
     Grid h;
     GridFormatter::Instancia().Formatear(h, "A;B;C", "100/derecha");
-    ASSERT_EQ(h.columnas.size(), 3u);
-    EXPECT_EQ(h.columnas[2].titulo, "C");
+    ASSERT_EQ(h.Cols(), 3);
+    EXPECT_EQ(h.TextMatrix(0, 2), "C");
     EXPECT_EQ(prueba::ErrorDe([&] { GridFormatter().Formatear(h, "A", "ancho/derecha"); }).numero, kErrTypeMismatch);
 }
 
