@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/datos/recordset.hpp"
+#include "tools/bench/bancos.hpp"
 
 namespace {
 
@@ -77,6 +78,7 @@ int main(int argc, char** argv) {
         benchmark::RegisterBenchmark(("CodigoBarras/" + motor + "/codigocliente").c_str(), Busqueda, uri, 0)->Unit(benchmark::kMicrosecond);
         benchmark::RegisterBenchmark(("CodigoBarras/" + motor + "/codigo_extra").c_str(), Busqueda, uri, 1)->Unit(benchmark::kMicrosecond);
         benchmark::RegisterBenchmark(("CodigoBarras/" + motor + "/inexistente").c_str(), Busqueda, uri, 2)->Unit(benchmark::kMicrosecond);
+        for (tpvbench::Registrar registrar : tpvbench::Bancos()) registrar(uri, motor);
     }
     int n = static_cast<int>(resto.size());
     benchmark::Initialize(&n, resto.data());
