@@ -56,6 +56,17 @@ SchemaDef LeerEsquemaTexto(const std::string& text, const std::string& origin) {
         ++n;
         auto hash = line.find('#');
         if (hash != std::string::npos) line.resize(hash);
+        // A partial index: "... (COLUMNS) where CONDITION".
+        std::string where;
+        const std::size_t cierre = line.find(')');
+        if (cierre != std::string::npos) {
+            std::string resto = line.substr(cierre + 1);
+            const std::size_t a = resto.find_first_not_of(" \t");
+            if (a != std::string::npos && Minusculas(resto.substr(a, 6)) == "where ") {
+                where = resto.substr(a + 6);
+                line.resize(cierre + 1);
+            }
+        }
         std::vector<std::string> w = Words(line);
         if (w.empty()) continue;
         std::string first = Minusculas(w[0]);
@@ -69,12 +80,14 @@ SchemaDef LeerEsquemaTexto(const std::string& text, const std::string& origin) {
             if (w.size() < k + 4 || Minusculas(w[k + 1]) != "on") Fail(origin, n, "se esperaba 'index NOMBRE on TABLA (COLUMNAS)'");
             IndexDef ix;
             ix.unique = unique;
+            ix.where = where;
             ix.name = w[k];
             ix.table = w[k + 2];
             ix.columns.assign(w.begin() + static_cast<long>(k) + 3, w.end());
             s.indexes.push_back(std::move(ix));
             table = nullptr;
         } else {
+            if (!where.empty()) Fail(origin, n, "'where' fuera de un índice");
             if (!table) Fail(origin, n, "columna fuera de una tabla");
             if (w.size() < 2) Fail(origin, n, "falta el tipo de la columna");
             ColumnDef c;

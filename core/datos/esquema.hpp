@@ -20,6 +20,7 @@ struct IndexDef {
     std::string name, table;
     std::vector<std::string> columns;
     bool unique = false;
+    std::string where;  // a partial index's condition, as SQL both engines read; "" for none
 };
 
 struct SchemaDef {

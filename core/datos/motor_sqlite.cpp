@@ -233,7 +233,7 @@ public:
                 std::string ddl = std::string(ix.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
                                   kDialect.QuoteIdent(ix.name) + " ON " + kDialect.QuoteIdent(ix.table) + " (";
                 for (std::size_t i = 0; i < ix.columns.size(); ++i) ddl += (i ? ", " : "") + kDialect.QuoteIdent(ix.columns[i]);
-                Simple(ddl + ")");
+                Simple(ddl + ")" + (ix.where.empty() ? "" : " WHERE " + ix.where));
             }
             Commit();
         } catch (...) {

@@ -328,7 +328,7 @@ std::string Ddl(const SchemaDef& schema) {
         s += std::string(ix.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + d.QuoteIdent(ix.name) + " ON " +
              d.QuoteIdent(ix.table) + " (";
         for (std::size_t i = 0; i < ix.columns.size(); ++i) s += (i ? ", " : "") + d.QuoteIdent(ix.columns[i]);
-        s += ");\n";
+        s += ")" + (ix.where.empty() ? "" : " WHERE " + ix.where) + ";\n";
     }
     return s;
 }
