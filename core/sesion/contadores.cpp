@@ -1,6 +1,7 @@
 #include "core/sesion/contadores.hpp"
 
 #include "core/runtime/conversiones.hpp"
+#include "core/runtime/error.hpp"
 #include "core/servicios/connection_opener.hpp"
 #include "core/sesion/lectura.hpp"
 #include "core/sesion/sesion.hpp"
@@ -33,8 +34,17 @@ std::int32_t Incrementar(const std::string& indice, bool crearSiFalta) {
         rs.AddNew();
         rs["indice"] = Value(indice);
         rs["daton"] = Value(2);
-        rs.Update();
-        numero = 1;
+        try {
+            rs.Update();
+            numero = 1;
+        } catch (const RuntimeError&) {
+            // The row is one of a kind: when another till added it first,
+            // this insert fails and the number is taken from its row.
+            rs.CancelUpdate();
+            rs.Close();
+            if (!lectura::LeerClave(indice).existe) throw;
+            return Incrementar(indice, false);
+        }
     }
     rs.Close();
     return numero;
@@ -56,9 +66,14 @@ void CrearSemaforos() {
             rs, std::string("select indice,datoa from relaciones_fijas where indice = 'Semaforo") + nombre + "'");
         const bool falta = rs.RecordCount() < 1;
         rs.Close();
-        if (falta)
+        if (!falta) continue;
+        try {
             sesion().Conexion.Execute(std::string("insert into relaciones_fijas (indice,datoa) values ('Semaforo") +
                                       nombre + "','verde')");
+        } catch (const RuntimeError&) {
+            // Another till starting at the same time added it first.
+            if (!lectura::LeerClave(std::string("Semaforo") + nombre).existe) throw;
+        }
     }
 }
 

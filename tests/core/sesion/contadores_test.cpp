@@ -1,9 +1,12 @@
 #include "core/sesion/contadores.hpp"
 
+#include <algorithm>
 #include <cstdlib>
+#include <set>
 
 #include "core/runtime/conversiones.hpp"
 #include "tests/core/sesion/sesion_prueba.hpp"
+#include "tests/support/procesos.hpp"
 
 namespace tpv {
 namespace {
@@ -92,6 +95,38 @@ TEST_P(Contadores, SinFila_CeroSinEscribirSalvoElPrimerAlbaran) {
     EXPECT_EQ(SiguienteNumeroAlbaran(), 2);
     EXPECT_EQ(Daton("Albaran"), 3);
     EXPECT_EQ(Filas(), 1);
+}
+
+TEST_P(Contadores, VariasCajasALaVez_UnaSolaFilaDeAlbaranYDeSemaforos) {
+    // Eight tills of a supermarket start at once on a database without the
+    // semaphores, and each hands out its first delivery note.
+    constexpr int kCajas = 8;
+    const std::vector<std::string> resultados = prueba::EnProcesos(kCajas, [&] {
+        prueba::ConexionPropia(sesion().Conexion, uri);
+        sesion().Sector = "SUPERMERCADO";
+        CrearSemaforos();
+        return std::to_string(SiguienteNumeroAlbaran());
+    });
+
+    std::set<long> numeros;
+    for (const std::string& r : resultados) {
+        // Two tills that read the same number: the later write is refused.
+        if (r.rfind("error: No se encuentra la fila para actualizar", 0) == 0) continue;
+        ASSERT_EQ(r.find_first_not_of("0123456789"), std::string::npos) << r;
+        EXPECT_TRUE(numeros.insert(std::stol(r)).second) << "número repetido " << r;
+    }
+    ASSERT_FALSE(numeros.empty());
+    EXPECT_EQ(*numeros.begin(), 1);
+    EXPECT_EQ(Daton("Albaran"), *numeros.rbegin() + 1);
+    EXPECT_EQ(CLng(Valor("select count(*) from relaciones_fijas where indice = 'Albaran'")), 1);
+    for (const char* nombre : {"Factura", "SalidaProd", "VentaTemp"})
+        EXPECT_EQ(CLng(Valor(std::string("select count(*) from relaciones_fijas where indice = 'Semaforo") + nombre +
+                             "'")),
+                  1)
+            << nombre;
+
+    // The counter goes on from there as usual.
+    EXPECT_EQ(SiguienteNumeroAlbaran(), *numeros.rbegin() + 1);
 }
 
 TEST_P(Contadores, UltimoNumeroFactura_NuncaMenosUnoYSinCambiarNada) {
