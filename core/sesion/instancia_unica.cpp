@@ -1,20 +1,27 @@
 #include "core/sesion/instancia_unica.hpp"
 
-#include <fcntl.h>
-#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <cstddef>
+#include <cstring>
 
 namespace tpv {
 
 InstanciaUnica::~InstanciaUnica() { Soltar(); }
 
-bool InstanciaUnica::Tomar(const std::string& ruta) {
+bool InstanciaUnica::Tomar(const std::string& nombre) {
     if (fd_ >= 0) return true;
-    const int fd = ::open(ruta.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    sockaddr_un dir{};
+    dir.sun_family = AF_UNIX;
+    // An abstract name: a leading zero byte, then the name; no file is made.
+    if (nombre.empty() || nombre.size() + 1 > sizeof dir.sun_path) return false;
+    std::memcpy(dir.sun_path + 1, nombre.data(), nombre.size());
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (fd < 0) return false;
-    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+    const auto largo = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + nombre.size());
+    if (::bind(fd, reinterpret_cast<const sockaddr*>(&dir), largo) != 0) {
         ::close(fd);
         return false;
     }
@@ -24,14 +31,10 @@ bool InstanciaUnica::Tomar(const std::string& ruta) {
 
 void InstanciaUnica::Soltar() {
     if (fd_ < 0) return;
-    ::flock(fd_, LOCK_UN);
     ::close(fd_);
     fd_ = -1;
 }
 
-std::string InstanciaUnica::RutaPorDefecto() {
-    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-    return std::string(runtime && *runtime ? runtime : "/tmp") + "/tpv.lock";
-}
+std::string InstanciaUnica::NombrePorDefecto() { return "tpv-caja"; }
 
 }  // namespace tpv
