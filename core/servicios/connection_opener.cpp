@@ -20,8 +20,8 @@ std::string ConnectionOpener::Resolver(const std::string& nombre) const {
         std::string uri = ajustes.Leer("base_de_datos");
         if (uri.empty())
             throw DbError("conexion",
-                          "No se ha indicado la base de datos de la suite (TPV_DATABASE o \"base_de_datos\" en " +
-                              ajustes.Ruta() + ").",
+                          "No se ha indicado la base de datos de la suite: falta la clave \"base_de_datos\" en " +
+                              ajustes.Donde() + " (o la variable TPV_DATABASE).",
                           "");
         return uri;
     }

@@ -63,7 +63,11 @@ std::string ResolverFuenteDatos(const std::string& cadenaConexion) {
     if (env && *env) return env;
     std::string uri = SuiteSettings::Instancia().Leer("dsn." + nombre);
     if (uri.empty())
-        throw DbError("dsn", "No se encuentra el nombre del origen de datos '" + nombre + "'.", cadenaConexion);
+        throw DbError("dsn",
+                      "No se encuentra el nombre del origen de datos '" + nombre + "': falta la clave \"dsn." + nombre +
+                          "\" en " + SuiteSettings::Instancia().Donde() + " (o la variable " +
+                          VariableDeEntorno(nombre) + ").",
+                      cadenaConexion);
     return uri;
 }
 

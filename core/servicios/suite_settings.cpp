@@ -75,6 +75,11 @@ std::string SuiteSettings::Ruta() const {
     return ruta_;
 }
 
+std::string SuiteSettings::Donde() const {
+    const std::string ruta = Ruta();
+    return "el archivo de ajustes " + ruta + (::access(ruta.c_str(), F_OK) == 0 ? "" : ", que no existe");
+}
+
 std::string SuiteSettings::Leer(const std::string& clave, const std::string& porDefecto) const {
     std::lock_guard<std::mutex> lock(mu_);
     auto it = valores_.find(datos::Minusculas(Recortar(clave)));

@@ -23,6 +23,9 @@ public:
     void Recargar();
 
     std::string Ruta() const;
+    // "el archivo de ajustes RUTA", and whether it is missing: where a
+    // message tells a technician that a key was looked for.
+    std::string Donde() const;
 
 private:
     SuiteSettings();

@@ -6,10 +6,12 @@
 
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
+#include "core/runtime/registro.hpp"
 #include "core/runtime/texto.hpp"
 #include "core/servicios/colour_scheme.hpp"
 #include "core/servicios/connection_opener.hpp"
 #include "core/servicios/fuente_informes.hpp"
+#include "core/servicios/record_writer.hpp"
 #include "core/servicios/suite_context.hpp"
 #include "core/servicios/suite_launcher.hpp"
 #include "core/servicios/suite_settings.hpp"
@@ -88,8 +90,7 @@ FinArranque ElegirPrimeraPantalla(PrimeraPantalla& pantalla) {
         pantalla.MostrarSeleccionEmpleado();
         return FinArranque::SeleccionEmpleado;
     }
-    s.NombreEmpleadoActual = ObtenerNombreEmpleado(s.EmpleadoTerminal);
-    s.CodigoEmpleadoActual = s.EmpleadoTerminal;
+    s.FijarEmpleadoActual(s.EmpleadoTerminal, ObtenerNombreEmpleado(s.EmpleadoTerminal));
     pantalla.MostrarCaja();
     return FinArranque::Caja;
 }
@@ -123,15 +124,20 @@ std::string CalcularCarpetaFotosServidor() {
 }
 
 FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones) {
+    // Both guards end the run without a word on screen; the log says why.
     const std::string bloqueo =
-        opciones.ficheroBloqueo.empty() ? InstanciaUnica::RutaPorDefecto() : opciones.ficheroBloqueo;
-    if (!InstanciaDelPrograma().Tomar(bloqueo)) return FinArranque::OtraInstancia;
+        opciones.nombreBloqueo.empty() ? InstanciaUnica::NombrePorDefecto() : opciones.nombreBloqueo;
+    if (!InstanciaDelPrograma().Tomar(bloqueo)) {
+        Registrar("Arranque: ya hay otra caja en marcha en esta máquina; esta termina.");
+        return FinArranque::OtraInstancia;
+    }
 
     // The till only runs under the suite's shell.
     SuiteLauncher lanzador;
     const std::string shell = SuiteSettings::Instancia().Leer(kClaveProgramaShell, kProgramaShellPorDefecto);
     if (!lanzador.EstaEjecutandose(shell)) {
         InstanciaDelPrograma().Soltar();
+        Registrar("Arranque: el programa principal de la suite ('" + shell + "') no está en marcha; la caja termina.");
         return FinArranque::SinShell;
     }
 
@@ -145,6 +151,8 @@ FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones) {
     s.CarpetaFotosServidor = CalcularCarpetaFotosServidor();
     CargarColoresGenericos();
     CargarConfiguracion();
+    // Audit lines carry this terminal from now on, and no employee until one works.
+    RecordWriter::FijarPuesto(s.TerminalActual, "");
     CargarCachesDeArranque();
     if (s.Sector == "SUPERMERCADO") CrearSemaforos();
     BuscarActualizaciones(lanzador, carpetaPrograma, opciones.hoy.value_or(Date()));

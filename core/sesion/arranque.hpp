@@ -22,7 +22,7 @@ public:
 enum class FinArranque { OtraInstancia, SinShell, SeleccionEmpleado, Caja };
 
 struct OpcionesArranque {
-    std::string ficheroBloqueo;   // "": InstanciaUnica::RutaPorDefecto()
+    std::string nombreBloqueo;    // "": InstanciaUnica::NombrePorDefecto()
     std::string carpetaPrograma;  // "": the folder of the running executable
     std::optional<DateTime> hoy;  // none: today's date
 };

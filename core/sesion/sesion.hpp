@@ -119,6 +119,10 @@ struct Sesion {
 
     ListaClientes Clientes;
 
+    // The employee who works now, chosen at the selection screen or pinned to
+    // the terminal; from then on audit lines carry him.
+    void FijarEmpleadoActual(std::int32_t codigo, const std::string& nombre);
+
     // Back to the start values, the connection closed: for tests, which run
     // several starts in one process.
     void Reiniciar();

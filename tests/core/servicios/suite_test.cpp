@@ -102,7 +102,9 @@ TEST(FuenteInformes, ResuelveElDsnPorEntornoOAjustes) {
     EXPECT_EQ(ResolverFuenteDatos("dsn=Velmora"), "/srv/entorno.db");
     EXPECT_EQ(ResolverFuenteDatos("/srv/directa.db"), "/srv/directa.db");
     EXPECT_EQ(ErrorDe([] { ResolverFuenteDatos("dsn=Otra"); }).mensaje,
-              "No se encuentra el nombre del origen de datos 'Otra'. [dsn=Otra]");
+              "No se encuentra el nombre del origen de datos 'Otra': falta la clave \"dsn.Otra\" en el archivo de "
+              "ajustes " +
+                  ajustes.Ruta() + " (o la variable TPV_DSN_OTRA). [dsn=Otra]");
 }
 
 TEST(FuenteInformes, IdentificadoresDeLaMaquina) {

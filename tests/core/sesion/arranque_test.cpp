@@ -18,6 +18,7 @@
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/servicios/colour_scheme.hpp"
+#include "core/servicios/record_writer.hpp"
 #include "core/servicios/suite_launcher.hpp"
 #include "tests/core/sesion/sesion_prueba.hpp"
 
@@ -66,13 +67,16 @@ protected:
         shell = std::make_unique<ShellDePrueba>(nombreShell);
         Ajuste(kClaveProgramaShell, nombreShell);
         Ajuste("carpeta_programas", carpeta.string());
-        opciones.ficheroBloqueo = (carpeta / "tpv.lock").string();
+        opciones.nombreBloqueo = "tpv-caja-prueba-" + std::to_string(::getpid());
+        registro = carpeta / "tpv.log";
+        ::setenv("TPV_LOG", registro.c_str(), 1);
         opciones.carpetaPrograma = carpeta.string();
         opciones.hoy = DateSerial(2026, 3, 21);
         TiendaMinima();
         sesion().Reiniciar();
     }
     void TearDown() override {
+        ::unsetenv("TPV_LOG");
         InstanciaDelPrograma().Soltar();
         shell.reset();
         std::error_code ec;
@@ -133,7 +137,27 @@ protected:
         return Main(pantalla, opciones);
     }
 
+    std::vector<std::string> LineasDelRegistro() {
+        std::vector<std::string> lineas;
+        std::ifstream in(registro);
+        for (std::string l; std::getline(in, l);) lineas.push_back(l.substr(l.find("] ") + 2));
+        return lineas;
+    }
+
+    // The terminal and employee of an audit line written now.
+    std::pair<Value, Value> PuestoDeAuditoria() {
+        RecordWriter::Instancia().RegistrarCambio(sesion().Conexion, "Cabecera_Factura", "numero = 1", "", "", "35",
+                                                  "prueba");
+        Recordset rs;
+        rs.Open("select terminal, empleado from registrocambios", sesion().Conexion, adOpenStatic, adLockOptimistic);
+        rs.MoveLast();
+        std::pair<Value, Value> puesto{rs["terminal"].Value(), rs["empleado"].Value()};
+        rs.Close();
+        return puesto;
+    }
+
     fs::path carpeta;
+    fs::path registro;
     std::string nombreShell;
     std::unique_ptr<ShellDePrueba> shell;
     OpcionesArranque opciones;
@@ -206,7 +230,7 @@ TEST_P(Arranque, SinIdentidadDeMaquina_AbreLaCajaConElEmpleadoCero) {
 TEST_P(Arranque, SegundaInstanciaYShellAusente_TerminanEnSilencio) {
     // Another till of this machine holds the lock: this start ends at once.
     InstanciaUnica otraCaja;
-    ASSERT_TRUE(otraCaja.Tomar(opciones.ficheroBloqueo));
+    ASSERT_TRUE(otraCaja.Tomar(opciones.nombreBloqueo));
     PantallaAnotada segunda;
     EXPECT_EQ(Arrancar(segunda), FinArranque::OtraInstancia);
     EXPECT_TRUE(segunda.vistas.empty());
@@ -218,7 +242,7 @@ TEST_P(Arranque, SegundaInstanciaYShellAusente_TerminanEnSilencio) {
     PantallaAnotada primera;
     EXPECT_EQ(Arrancar(primera), FinArranque::SeleccionEmpleado);
     InstanciaUnica tercera;
-    EXPECT_FALSE(tercera.Tomar(opciones.ficheroBloqueo));
+    EXPECT_FALSE(tercera.Tomar(opciones.nombreBloqueo));
 
     // Without the shell nothing is opened, even with the database at hand.
     Ajuste(kClaveProgramaShell, "shell_que_no_corre_" + std::to_string(::getpid()));
@@ -227,6 +251,58 @@ TEST_P(Arranque, SegundaInstanciaYShellAusente_TerminanEnSilencio) {
     EXPECT_TRUE(sinShell.vistas.empty());
     EXPECT_FALSE(sesion().Conexion.IsOpen());
     EXPECT_EQ(sesion().IdentificadorTerminal, "");
+
+    // Nothing on screen, but a technician can read why in the log.
+    EXPECT_EQ(LineasDelRegistro(),
+              (std::vector<std::string>{
+                  "Arranque: ya hay otra caja en marcha en esta máquina; esta termina.",
+                  "Arranque: el programa principal de la suite ('shell_que_no_corre_" + std::to_string(::getpid()) +
+                      "') no está en marcha; la caja termina."}));
+}
+
+TEST_P(Arranque, Auditoria_LlevaElTerminalYElEmpleadoQueTrabaja) {
+    // Pinned employee: the till opens with him.
+    Ejecutar({"update opciones_terminal set empleado = 3"});
+    PantallaAnotada pantalla;
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::Caja);
+    EXPECT_EQ(PuestoDeAuditoria(), std::make_pair(Value("CAJA1"), Value(3)));
+
+    // Employee chosen on the selection screen: none until the choice.
+    Ejecutar({"update opciones_terminal set empleado = -1"});
+    ASSERT_EQ(Arrancar(pantalla), FinArranque::SeleccionEmpleado);
+    EXPECT_EQ(PuestoDeAuditoria(), std::make_pair(Value("CAJA1"), Value()));
+    sesion().FijarEmpleadoActual(0, "Encargado General");
+    EXPECT_EQ(sesion().CodigoEmpleadoActual, 0);
+    EXPECT_EQ(sesion().NombreEmpleadoActual, "Encargado General");
+    EXPECT_EQ(PuestoDeAuditoria(), std::make_pair(Value("CAJA1"), Value(0)));
+}
+
+TEST_P(Arranque, SinAjustes_ElErrorNombraElArchivoYLaClave) {
+    // Only the shell runs: no settings file, no variables naming the sources.
+    const std::string sinArchivo = (carpeta / "no_hay" / "suite.conf").string();
+    ::setenv("TPV_SUITE_CONF", sinArchivo.c_str(), 1);
+    ::unsetenv("TPV_DSN_VELMORA");
+    ::unsetenv("TPV_DATABASE");
+    SuiteSettings::Instancia().Recargar();
+    PantallaAnotada pantalla;
+    const auto mensaje = [&] {
+        try {
+            Arrancar(pantalla);
+        } catch (const RuntimeError& e) {
+            return std::string(e.what());
+        }
+        return std::string("sin error");
+    };
+    // The shell's name is the default one here: a stand-in plays it.
+    ShellDePrueba shellPorDefecto(kProgramaShellPorDefecto);
+    EXPECT_EQ(mensaje(), "No se encuentra el nombre del origen de datos 'Velmora': falta la clave \"dsn.Velmora\" en "
+                         "el archivo de ajustes " +
+                             sinArchivo + ", que no existe (o la variable TPV_DSN_VELMORA). [dsn=Velmora]");
+    ::setenv("TPV_DSN_VELMORA", uriInformes.c_str(), 1);
+    EXPECT_EQ(mensaje(), "No se ha indicado la base de datos de la suite: falta la clave \"base_de_datos\" en el "
+                         "archivo de ajustes " +
+                             sinArchivo + ", que no existe (o la variable TPV_DATABASE).");
+    EXPECT_TRUE(pantalla.vistas.empty());
 }
 
 TEST_P(Arranque, BuscadorDeActualizaciones_SoloElDia22ConLaMaquinaActivada) {
