@@ -3,6 +3,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cstring>
+#include <exception>
+#include <filesystem>
 #include <iostream>
 #include <random>
 #include <string>
@@ -72,6 +74,28 @@ int main(int argc, char** argv) {
     if (bases.empty()) {
         std::cerr << "uso: tpvbench --base=BASE [--base=OTRA] [opciones de benchmark]\n";
         return 2;
+    }
+#if !defined(NDEBUG) || defined(__SANITIZE_ADDRESS__)
+    std::cerr << "tpvbench: aviso: compilado sin optimizar o con comprobaciones; las cifras solo valen en una "
+                 "compilación Release (scripts/bench.sh)\n";
+#endif
+    for (const auto& uri : bases) {
+        // A missing file would be made empty by opening it: say so instead.
+        const bool servidor = uri.rfind("postgres", 0) == 0;
+        std::error_code ec;
+        if (!servidor && !std::filesystem::exists(uri.rfind("sqlite:", 0) == 0 ? uri.substr(7) : uri, ec)) {
+            std::cerr << "tpvbench: no existe la base de datos '" << uri << "' (hágala con tpvdemo --size large)\n";
+            return 1;
+        }
+        try {
+            tpv::Connection cn;
+            cn.Open(uri);
+            tpv::Recordset rs;
+            rs.Open("select top 1 codigo from productos", cn, tpv::adOpenStatic, tpv::adLockReadOnly);
+        } catch (const std::exception& e) {
+            std::cerr << "tpvbench: no se puede usar la base de datos '" << uri << "': " << e.what() << "\n";
+            return 1;
+        }
     }
     for (const auto& uri : bases) {
         std::string motor = uri.rfind("postgres", 0) == 0 ? "PostgreSQL" : "SQLite";
