@@ -55,38 +55,38 @@ struct Producto {
 
 // Codes stay below 32768: the till narrows a sold code to 16 bits.
 const Producto kProductos[] = {
-    {1, "Leche entera 1 L", 0.89, 4, 3, 2, 120, 24, nullptr, 0},
-    {2, "Leche semidesnatada 1 L", 0.85, 4, 3, 2, 96, 24, nullptr, 0},
-    {3, "Yogur natural pack 4", 1.20, 10, 3, 2, 40, 10, nullptr, 0},
-    {4, "Queso manchego curado 250 g", 4.95, 4, 3, 2, 18, 5, nullptr, 0},
-    {5, "Mantequilla 250 g", 2.35, 10, 3, 2, 22, 6, nullptr, 0},
-    {6, "Huevos frescos docena", 2.60, 4, 3, 2, 30, 10, nullptr, 0},
-    {7, "Pan de barra", 0.60, 4, 6, 6, 80, 20, "7", 0},
-    {8, "Pan integral", 1.10, 4, 6, 6, 25, 10, nullptr, 0},
-    {9, "Croissant", 0.90, 10, 6, 6, 30, 10, nullptr, 0},
-    {10, "Magdalenas 12 ud", 1.95, 10, 6, 6, 15, 5, nullptr, 0},
-    {11, "Aceite de oliva virgen extra 1 L", 8.95, 10, 1, 1, 48, 12, nullptr, 0},
-    {12, "Arroz redondo 1 kg", 1.45, 10, 1, 1, 60, 12, nullptr, 0},
-    {13, "Macarrones 500 g", 0.95, 10, 1, 1, 70, 12, nullptr, 0},
-    {14, "Tomate triturado 400 g", 0.79, 10, 1, 1, 55, 12, nullptr, 0},
-    {15, "Atún en aceite pack 3", 3.25, 10, 1, 1, 40, 10, nullptr, 0},
-    {16, "Garbanzos cocidos 570 g", 0.99, 10, 1, 1, 35, 10, nullptr, kSinUbicacion},
-    {17, "Azúcar blanco 1 kg", 1.25, 10, 1, 1, 45, 10, nullptr, 0},
-    {18, "Café molido natural 250 g", 2.89, 10, 1, 1, 1, 5, nullptr, 0},
-    {19, "Galletas María 800 g", 1.79, 10, 1, 1, 50, 10, nullptr, 0},
-    {20, "Agua mineral 1,5 L", 0.45, 10, 2, 1, 200, 48, nullptr, 0},
-    {21, "Refresco de cola 2 L", 1.85, 21, 2, 1, 60, 12, nullptr, kColorPropio},
-    {22, "Zumo de naranja 1 L", 1.59, 10, 2, 1, 40, 12, nullptr, 0},
-    {23, "Cerveza lata 33 cl", 0.75, 21, 2, 3, 240, 48, nullptr, 0},
-    {24, "Vino tinto crianza 75 cl", 6.50, 21, 2, 3, 36, 6, nullptr, 0},
-    {25, "Cava brut 75 cl", 5.95, 21, 2, 3, 24, 6, nullptr, 0},
-    {26, "Manzana golden", 1.95, 4, 4, 4, 45.5, 10, "101", kPeso},
-    {27, "Plátano de Canarias", 2.49, 4, 4, 4, 38.2, 10, "102", kPeso},
-    {28, "Tomate de ensalada", 2.20, 4, 4, 4, 30, 8, "103", kPeso},
-    {29, "Naranja de zumo", 1.35, 4, 4, 4, 60, 15, "104", kPeso},
-    {30, "Jamón serrano al corte", 24.90, 10, 5, 5, 12.75, 3, "201", kPeso},
-    {31, "Chorizo ibérico 200 g", 3.95, 10, 5, 5, 20, 5, nullptr, 0},
-    {32, "Bocadillo de jamón", 3.50, 10, 6, 6, 0, 0, nullptr, 0},
+    {1, "Leche corporal hidratante 400 ml", 0.89, 4, 3, 2, 120, 24, nullptr, 0},
+    {2, "Leche limpiadora 200 ml", 0.85, 4, 3, 2, 96, 24, nullptr, 0},
+    {3, "Mascarilla facial pack 4", 1.20, 10, 3, 2, 40, 10, nullptr, 0},
+    {4, "Crema antiarrugas 50 ml", 4.95, 4, 3, 2, 18, 5, nullptr, 0},
+    {5, "Manteca de karité 250 g", 2.35, 10, 3, 2, 22, 6, nullptr, 0},
+    {6, "Discos desmaquillantes 80 ud", 2.60, 4, 3, 2, 30, 10, nullptr, 0},
+    {7, "Bolsa de organza", 0.60, 4, 6, 6, 80, 20, "7", 0},
+    {8, "Peine de madera", 1.10, 4, 6, 6, 25, 10, nullptr, 0},
+    {9, "Horquillas 24 ud", 0.90, 10, 6, 6, 30, 10, nullptr, 0},
+    {10, "Gomas de pelo 12 ud", 1.95, 10, 6, 6, 15, 5, nullptr, 0},
+    {11, "Aceite de almendras dulces 1 L", 8.95, 10, 1, 1, 48, 12, nullptr, 0},
+    {12, "Agua de rosas 250 ml", 1.45, 10, 1, 1, 60, 12, nullptr, 0},
+    {13, "Agua micelar 400 ml", 0.95, 10, 1, 1, 70, 12, nullptr, 0},
+    {14, "Tónico facial 200 ml", 0.79, 10, 1, 1, 55, 12, nullptr, 0},
+    {15, "Perfume sólido pack 3", 3.25, 10, 1, 1, 40, 10, nullptr, 0},
+    {16, "Talco perfumado 200 g", 0.99, 10, 1, 1, 35, 10, nullptr, kSinUbicacion},
+    {17, "Exfoliante de azúcar 300 g", 1.25, 10, 1, 1, 45, 10, nullptr, 0},
+    {18, "Eau de toilette cítrica 100 ml", 2.89, 10, 1, 1, 1, 5, nullptr, 0},
+    {19, "Bruma corporal 250 ml", 1.79, 10, 1, 1, 50, 10, nullptr, 0},
+    {20, "Colonia de lavanda 750 ml", 0.45, 10, 2, 1, 200, 48, nullptr, 0},
+    {21, "Colonia infantil 500 ml", 1.85, 21, 2, 1, 60, 12, nullptr, kColorPropio},
+    {22, "Colonia de baño 1 L", 1.59, 10, 2, 1, 40, 12, nullptr, 0},
+    {23, "Muestra de perfume 2 ml", 0.75, 21, 2, 3, 240, 48, nullptr, 0},
+    {24, "Eau de parfum oriental 75 ml", 6.50, 21, 2, 3, 36, 6, nullptr, 0},
+    {25, "Eau de parfum floral 75 ml", 5.95, 21, 2, 3, 24, 6, nullptr, 0},
+    {26, "Jabón de Marsella al corte", 1.95, 4, 4, 4, 45.5, 10, "101", kPeso},
+    {27, "Jabón de aceite de oliva al corte", 2.49, 4, 4, 4, 38.2, 10, "102", kPeso},
+    {28, "Sales de Epsom a granel", 2.20, 4, 4, 4, 30, 8, "103", kPeso},
+    {29, "Bicarbonato a granel", 1.35, 4, 4, 4, 60, 15, "104", kPeso},
+    {30, "Sales de baño perfumadas al peso", 24.90, 10, 5, 5, 12.75, 3, "201", kPeso},
+    {31, "Henna natural 200 g", 3.95, 10, 5, 5, 20, 5, nullptr, 0},
+    {32, "Saquito de sales aromáticas", 3.50, 10, 6, 6, 0, 0, nullptr, 0},
     {33, "Detergente líquido 40 lavados", 7.95, 21, 7, 7, 16, 4, nullptr, 0},
     {34, "Lejía 2 L", 1.10, 21, 7, 7, 30, 6, nullptr, 0},
     {35, "Lavavajillas 750 ml", 1.65, 21, 7, 7, 25, 6, nullptr, 0},
@@ -95,9 +95,9 @@ const Producto kProductos[] = {
     {38, "Champú 400 ml", 2.95, 21, 8, 8, 15, 4, nullptr, 0},
     {39, "Pasta de dientes 75 ml", 1.85, 21, 8, 8, 20, 5, nullptr, 0},
     {40, "Bolsa de plástico", 0.15, 21, 7, 7, 500, 100, "40", 0},
-    {41, "Chocolate con leche 150 g", 1.39, 10, 1, 1, 35, 10, nullptr, 0},
-    {42, "Turrón de almendra 250 g", 4.50, 10, 1, 1, 8, 0, nullptr, kRetirado},
-    {43, "Pilas alcalinas AA 4 ud", 3.99, 21, 7, 7, 12, 3, nullptr, kNoEnCaja},
+    {41, "Jaboncillo de regalo 50 g", 1.39, 10, 1, 1, 35, 10, nullptr, 0},
+    {42, "Estuche de Navidad", 4.50, 10, 1, 1, 8, 0, nullptr, kRetirado},
+    {43, "Vaporizador de viaje", 3.99, 21, 7, 7, 12, 3, nullptr, kNoEnCaja},
     {44, "Caja regalo", 0.00, 21, 7, 7, 20, 0, nullptr, 0},
 };
 
@@ -136,9 +136,9 @@ void TiendaDemo::SeccionesYProveedores() {
         bool borrado;
     };
     static const Grupo kSecciones[] = {
-        {1, "Alimentación", 0, false}, {2, "Bebidas", 0, false},       {3, "Lácteos y huevos", 0, false},
-        {4, "Frutería", 8454016, false}, {5, "Charcutería", 8421631, false}, {6, "Panadería", 8438015, false},
-        {7, "Droguería", 0, false},    {8, "Perfumería", 0, false},    {9, "Temporada", 0, true},
+        {1, "Perfumes", 0, false}, {2, "Colonias", 0, false},       {3, "Cosmética facial", 0, false},
+        {4, "Jabones a granel", 8454016, false}, {5, "Herboristería", 8421631, false}, {6, "Complementos", 8438015, false},
+        {7, "Droguería", 0, false},    {8, "Higiene personal", 0, false},    {9, "Temporada", 0, true},
     };
     for (const Grupo& s : kSecciones)
         Insertar(Fila("Seccion")("codigo", s.codigo)("Nombre", s.nombre)("imagen", Value())
@@ -147,11 +147,11 @@ void TiendaDemo::SeccionesYProveedores() {
 
     // "Suministros Varios" has no product, so it never shows on the panel.
     static const Grupo kProveedores[] = {
-        {1, "Distribuciones Turia S.L.", 0, false}, {2, "Lácteos del Norte S.A.", 0, false},
-        {3, "Bodegas Albares", 12632256, false},    {4, "Hortofrutícola La Huerta", 0, false},
-        {5, "Embutidos Serranía", 0, false},        {6, "Horno San Roque", 0, false},
+        {1, "Distribuciones Turia S.L.", 0, false}, {2, "Cosmética del Norte S.A.", 0, false},
+        {3, "Fragancias Albares", 12632256, false},    {4, "Jabonería La Huerta", 0, false},
+        {5, "Herbolario Serranía", 0, false},        {6, "Complementos San Roque", 0, false},
         {7, "Limpiezas Brillo S.L.", 0, false},     {8, "Cosmética Azahar", 0, false},
-        {9, "Suministros Varios", 0, false},        {10, "Conservas Marineras", 0, true},
+        {9, "Suministros Varios", 0, false},        {10, "Esencias Marineras", 0, true},
     };
     for (const Grupo& p : kProveedores)
         Insertar(Fila("Proveedores")("codigo", p.codigo)("Nombre", p.nombre)("imagen", Value())
@@ -166,8 +166,8 @@ void TiendaDemo::Productos() {
         InsertarProducto(tienda_, p, codigoCliente, Coste(p.precio, p.iva), p.codigo);
     }
 
-    // Extra bar codes: a pack and a can carry a second code, and the two
-    // milks share one code by mistake (the till reports the duplicate).
+    // Extra bar codes: a colony and a sample carry a second code, and the two
+    // lotions share one code by mistake (the till reports the duplicate).
     auto extra = [this](int codigo, const std::string& barras) {
         Insertar(Fila("Productos_CodigosExtra")("Codigo", codigo)("Codigo_Extra", barras));
     };
@@ -177,7 +177,8 @@ void TiendaDemo::Productos() {
     extra(1, CodigoExtra(1));
     extra(2, CodigoExtra(1));
 
-    // The sandwich is made at the counter: a loaf, 80 g of ham, a drop of oil.
+    // The sachet is made at the counter: an organza bag, 80 g of bath salts
+    // and a drop of almond oil.
     auto receta = [this](int padre, int hijo, double cantidad) {
         Insertar(Fila("productoelaborado_producto")("ProductoPadre", padre)("productohijo", hijo)
                      ("cantidad", cantidad));
@@ -193,7 +194,7 @@ void TiendaDemo::Servicios() {
                  ("impuesto_2", 0.0)("borrar", false));
     Insertar(Fila("Servicios")("codigo", 2)("nombre", "Dinero en Deposito")("precio", 0.0)("iva", 0.0)
                  ("impuesto_2", 0.0)("borrar", false));
-    Insertar(Fila("Servicios")("codigo", 3)("nombre", "Montaje de cesta regalo")("precio", 2.5)
+    Insertar(Fila("Servicios")("codigo", 3)("nombre", "Envoltorio de regalo")("precio", 2.5)
                  ("iva", 21.0)("impuesto_2", 0.0)("borrar", false));
 }
 
@@ -212,7 +213,7 @@ void TiendaDemo::TarifasYPromociones() {
     precio(1, 11, 7.95);
     precio(1, 24, 5.90);
     precio(1, 30, 21.90);
-    tarifa(2, "Tarifa Hostelería", -10, 20);
+    tarifa(2, "Tarifa Profesionales", -10, 20);
     precio(2, 20, 0.35);
     precio(2, 23, 0.60);
     precio(2, 24, 5.50);
@@ -226,9 +227,9 @@ void TiendaDemo::TarifasYPromociones() {
                      ("codRegalo", regalo)("precio", importe)("desde", Dia(DiasDesdeHoy(desde)))
                      ("hasta", Dia(DiasDesdeHoy(hasta)))("numdias", Value())("impMinProxCompra", Value()));
     };
-    promocion(18, 1, 15, -1, 0, -7, 23);     // coffee 15 % off
-    promocion(19, 2, 0, 41, 1.50, -7, 23);   // biscuits at 1,50 with a chocolate bar
-    promocion(24, 1, 10, -1, 0, -60, -30);   // an old offer on the wine
+    promocion(18, 1, 15, -1, 0, -7, 23);     // the citrus eau de toilette 15 % off
+    promocion(19, 2, 0, 41, 1.50, -7, 23);   // body mist at 1,50 with a small soap
+    promocion(24, 1, 10, -1, 0, -60, -30);   // an old offer on the oriental perfume
 
     // The voucher scale: a sale of at least `precio` earns `descuento`. The
     // rows carry no dates, so that no product promotion is hidden by them.
@@ -243,7 +244,7 @@ void TiendaDemo::TarifasYPromociones() {
 }
 
 void TiendaDemo::Pedidos() {
-    // An order of coffee already delivered, and wine still to come.
+    // An order of eau de toilette already delivered, and perfume still to come.
     Insertar(Fila("pedidos")("cod", 1)("cliente", 1)("fecha", Dia(DiasDesdeHoy(-10)))
                  ("entrega", Dia(DiasDesdeHoy(-2))));
     Insertar(Fila("pedidosdet")("pedido", 1)("producto", 18)("unidades", 6.0));

@@ -28,7 +28,7 @@ void TiendaDemo::Opciones() {
     // Prices carry tax, bar-code mode, two decimals. The four flags from
     // privacidad on are written out although NULL would read as true.
     Insertar(Fila("opciones")
-                 ("nombre", "Supermercado La Plaza")("telefono", "963 000 111")
+                 ("nombre", "Perfumería La Plaza")("telefono", "963 000 111")
                  ("Direccion", "Calle Mayor, 12")("iva", true)("modopantallacaja", 1)
                  ("empleadoVentaFijo", false)("agenda", false)("Deposito", true)
                  ("clientepordefecto", false)("CodigoBarras", true)("UtilizaColores_FPago", false)
@@ -105,7 +105,7 @@ void TiendaDemo::Impresion() {
 
     // The configurable ticket; "#C" centres a line.
     Insertar(Fila("confticket")
-                 ("EnNegrita", true)("nomEmpresa", "#CSupermercado La Plaza")
+                 ("EnNegrita", true)("nomEmpresa", "#CPerfumería La Plaza")
                  ("Direccion", "#CCalle Mayor, 12")("poblacion", "#C46001 Valencia")
                  ("provincia", Value())("cif", "#CNIF: B46000000")("web", Value())
                  ("telefono", "#CTlf: 963 000 111")("email", Value())("nomTicket", "Ticket:")
@@ -121,7 +121,7 @@ void TiendaDemo::Impresion() {
 
     // The template tickets' lines; 17 is the count of blank lines at the end.
     static const char* const kLineas[] = {
-        "Supermercado La Plaza",
+        "Perfumería La Plaza",
         "Calle Mayor, 12",
         "46001 Valencia",
         "Tlf: 963 000 111",

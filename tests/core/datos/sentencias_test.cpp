@@ -202,14 +202,14 @@ protected:
             "(4, #{HOY}#, #09:00:00#, 0, 'Pedro Navarro Díaz', 2, -1, 'CAJA2', 0.6, 0.02, 0, 0, 0)",
         };
         const char* const lineas[] = {
-            "(1, '18', 'Café molido natural 250 g', 2, 4.91, 0.87, 0, 2.89, 0.45, 10, 0, 0, 0, 1, 'Laura  G. R.', "
+            "(1, '18', 'Eau de toilette cítrica 100 ml', 2, 4.91, 0.87, 0, 2.89, 0.45, 10, 0, 0, 0, 1, 'Laura  G. R.', "
             "'', 'P', 0, 1)",
-            "(1, '19', 'Galletas María 800 g', 1, 1.5, 0, 0, 1.79, 0.14, 10, 0, 0, 0, 1, 'Laura  G. R.', '', 'P', "
+            "(1, '19', 'Bruma corporal 250 ml', 1, 1.5, 0, 0, 1.79, 0.14, 10, 0, 0, 0, 1, 'Laura  G. R.', '', 'P', "
             "0, 2)",
-            "(1, '41', 'Chocolate con leche 150 g', 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'Laura  G. R.', '', 'P', 0, 3)",
-            "(2, '5', 'Mantequilla 250 g', 1, 2.35, 0, 0, 2.35, 0.21, 10, 0, 0, 0, 2, 'Pedro  N. D.', '', 'P', 0, 1)",
-            "(3, '32', 'Bocadillo de jamón', 1, 3.5, 0, 0, 3.5, 0.32, 10, 0, 0, 0, 1, 'Laura  G. R.', '', 'P', 0, 1)",
-            "(4, '7', 'Pan de barra', 1, 0.6, 0, 0, 0.6, 0.02, 4, 0, 0, 0, 2, 'Pedro  N. D.', '', 'P', 0, 1)",
+            "(1, '41', 'Jaboncillo de regalo 50 g', 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 'Laura  G. R.', '', 'P', 0, 3)",
+            "(2, '5', 'Manteca de karité 250 g', 1, 2.35, 0, 0, 2.35, 0.21, 10, 0, 0, 0, 2, 'Pedro  N. D.', '', 'P', 0, 1)",
+            "(3, '32', 'Saquito de sales aromáticas', 1, 3.5, 0, 0, 3.5, 0.32, 10, 0, 0, 0, 1, 'Laura  G. R.', '', 'P', 0, 1)",
+            "(4, '7', 'Bolsa de organza', 1, 0.6, 0, 0, 0.6, 0.02, 4, 0, 0, 0, 2, 'Pedro  N. D.', '', 'P', 0, 1)",
         };
         std::vector<Caso> casos;
         for (const char* valores : cabeceras) casos.push_back({cabecera + valores, 1});
@@ -247,7 +247,7 @@ TEST_P(SentenciasTest, ArranqueYConfiguracion) {
          "CodigoBarras,UtilizaColores_FPago, "
          "numdecimales,NumCopiasFactura,UtilizaColores_empleados,VentasMultiEmpleado,"
          "privacidad,abrircajetin,imprimirticket,facturas from opciones",
-         1, "Supermercado La Plaza|963 000 111|Calle Mayor, 12|-1|1|0|0|-1|0|-1|0|2|1|0|0|0|-1|-1|0"},
+         1, "Perfumería La Plaza|963 000 111|Calle Mayor, 12|-1|1|0|0|-1|0|-1|0|2|1|0|0|0|-1|-1|0"},
         {"Select terminal,AnimacionesActivas,empleado from opciones_terminal where identificador = 'CAJA1'", 1,
          "CAJA1|-1|-1"},
         {"Select segundoimpuesto from configuracionregional", 1, "0"},
@@ -332,12 +332,12 @@ TEST_P(SentenciasTest, BusquedaDeProductosYPromociones) {
         // By bar code: the shop's own code, the shared extra code (two rows:
         // the duplicate box), a withdrawn product and one the till doesn't sell.
         {barras + "7') or codigocliente = '7') AND BORRAR =FALSE and mostrarencaja = -1", 1,
-         "7|Pan de barra|78|P06 - C08 - F03|NULL|0|0.6"},
+         "7|Bolsa de organza|78|P06 - C08 - F03|NULL|0|0.6"},
         {barras + "{EXTRA}') or codigocliente = '{EXTRA}') AND BORRAR =FALSE and mostrarencaja = -1", 2},
         {barras + "101') or codigocliente = '101') AND BORRAR =FALSE and mostrarencaja = -1", 1,
-         "26|Manzana golden|45.5|P04 - C03 - F02|NULL|-1|1.95"},
+         "26|Jabón de Marsella al corte|45.5|P04 - C03 - F02|NULL|-1|1.95"},
         {barras + "no existe') or codigocliente = 'no existe') AND BORRAR =FALSE and mostrarencaja = -1", 0},
-        {porCodigo + "16 AND BORRAR =FALSE", 1, "16|Garbanzos cocidos 570 g|35|NULL|NULL|0|0.99"},
+        {porCodigo + "16 AND BORRAR =FALSE", 1, "16|Talco perfumado 200 g|35|NULL|NULL|0|0.99"},
         {porCodigo + "42 AND BORRAR =FALSE", 0},
         {porCodigo + "43 AND BORRAR =FALSE", 1},
         {lupa + "42", 1},
@@ -351,7 +351,7 @@ TEST_P(SentenciasTest, BusquedaDeProductosYPromociones) {
         {"Select codigo from detalle_Factura where num_factura = 1 and codigo = 24 and tipo_venta in ('P')", 1, "24"},
         {"Select codigo from detalle_Factura where num_factura = 1 and codigo = 7 and tipo_venta in ('P')", 0},
         {"Select nombre,precio,iva,impuesto_2 from Productos where codigo = 18", 1,
-         "Café molido natural 250 g|2.89|10|0"},
+         "Eau de toilette cítrica 100 ml|2.89|10|0"},
         {"Select nombre,precio,iva,impuesto_2 from Servicios where codigo = 2", 1, "Dinero en Deposito|0|0|0"},
         // Promotions in force today: the coffee's; the wine's has ended,
         // and the voucher scale has no dates.
@@ -439,7 +439,7 @@ TEST_P(SentenciasTest, VentasAbiertas_PanelYRecuperacion) {
          1, "2|Pedro Navarro Díaz|1|María García López"},
         {"Select producto,precio_unit,nombreempleado,tipo_venta,descuento,codempleado,codigo,impuesto,tipoImpuesto,"
          "unidades,precio,recargo,impuesto_2,codfamilia from detalle_factura_temp where num_factura = 2",
-         1, "Mantequilla 250 g|2.35|Pedro  N. D.|P|0|2|5|0.21|10|1|2.35|0|0|0"},
+         1, "Manteca de karité 250 g|2.35|Pedro  N. D.|P|0|2|5|0.21|10|1|2.35|0|0|0"},
         // The debt of José: sale 1, of which 10 are paid.
         {"Select sum(importe) as importeTotal from cabecera_pago where cliente = 4 and estado = 0", 1, "35.85"},
         {"Select sum(detalle_pago.importe) as importetotal from detalle_pago INNER JOIN cabecera_pago on "
@@ -456,10 +456,10 @@ TEST_P(SentenciasTest, VentasAbiertas_PanelYRecuperacion) {
 TEST_P(SentenciasTest, MovimientosDeStock) {
     Comprobar({
         {"insert into HistoricoStock (Codigo, Nombre, Tipo, Cantidad, Coste, Fecha, Indice, DescripcionTipo, ticket) "
-         "values (7, 'Pan de barra', 1, 1, 0.38, #{HOY}#, null, 2, 5)",
+         "values (7, 'Bolsa de organza', 1, 1, 0.38, #{HOY}#, null, 2, 5)",
          1},
         {"insert into HistoricoStock (Codigo, Nombre, Tipo, Cantidad, Coste, Fecha, Indice, DescripcionTipo, ticket) "
-         "values (30, 'Jamón serrano al corte', 1, 0.08, 14.71, #{HOY}#, 3, 7, 5)",
+         "values (30, 'Sales de baño perfumadas al peso', 1, 0.08, 14.71, #{HOY}#, 3, 7, 5)",
          1},
         // The day's running number: NULLs sort below every number, as in Jet.
         {"select indice from HistoricoStock where fecha=#{HOY}# order by indice desc", 2, "3"},
@@ -597,7 +597,7 @@ TEST_P(SentenciasTest, TicketsEImpresoras) {
         {"Select * from detalle_factura where num_factura = 2 and borrar = 0", 5},
         // The invoice's shop and customer data.
         {"Select nombre,direccion,poblacion,cif,cp,provincia,telefono from opciones", 1,
-         "Supermercado La Plaza|Calle Mayor, 12|Valencia|B46000000|46001|Valencia|963 000 111"},
+         "Perfumería La Plaza|Calle Mayor, 12|Valencia|B46000000|46001|Valencia|963 000 111"},
         {"Select cabecera_factura.fecha,cabecera_factura.CLIENTE,cabecera_factura.descuento,"
          "cabecera_factura.fechaventa from cabecera_factura where numero = 2",
          1, "{AYER_ISO}|1|0|{AYER_ISO}"},
@@ -609,7 +609,7 @@ TEST_P(SentenciasTest, TicketsEImpresoras) {
     // The staging table lives in the reporting source.
     Comprobar(
         {
-            {"insert into informes (texto1, numerico1) values ('Supermercado La Plaza', 2)", 1},
+            {"insert into informes (texto1, numerico1) values ('Perfumería La Plaza', 2)", 1},
             {"delete * from informes", 1},
             {"Select * from informes", 0},
             {"Delete * from informes", 0},
@@ -626,7 +626,7 @@ TEST_P(SentenciasTest, PantallaDeCaja_PanelesRankingYCliente) {
          "order by Posicion",
          8, "1|Distribuciones Turia S.L.|NULL|NULL|0|0|1"},
         {"Select * from Seccion where Borrar=false and codigo in (Select seccion from productos) order by Nombre", 8,
-         "1|Alimentación|NULL|NULL|0|0|1"},
+         "1|Perfumes|NULL|NULL|0|0|1"},
         {"Select codigo,nombre,apellidos,imagen,color,emp_color from empleados where baja= false and mostrar_caja = -1 "
          "order by posicion",
          3, "1|Laura|Gómez Ruiz|NULL|NULL|0"},
@@ -735,7 +735,7 @@ TEST_P(SentenciasTest, BusquedaYFichaDeCliente) {
         {"Select codigo from clientes where CODIGOCLIENTE = '10' and codigo <> 9", 1, "8"},
         {"Select * from clientes where codigo = 1", 1},
         {"Select nombre,direccion,poblacion,provincia,cp,cif,TextoPrivacidad  from opciones", 1,
-         "Supermercado La Plaza|Calle Mayor, 12|Valencia|Valencia|46001|B46000000|"},
+         "Perfumería La Plaza|Calle Mayor, 12|Valencia|Valencia|46001|B46000000|"},
     });
 }
 
@@ -783,7 +783,7 @@ TEST_P(SentenciasTest, EscriturasEnElRecordset) {
         rs.AddNew();
         // clang-format off
         const std::pair<const char*, Value> campos[] = {
-            {"Num_Factura", 1}, {"Codigo", 7}, {"Producto", "Pan de barra"}, {"Unidades", 1.0}, {"recargo", 0.0},
+            {"Num_Factura", 1}, {"Codigo", 7}, {"Producto", "Bolsa de organza"}, {"Unidades", 1.0}, {"recargo", 0.0},
             {"Precio", 0.6}, {"Descuento", 0.0}, {"Precio_Unit", 0.6}, {"Impuesto", 0.02}, {"TipoImpuesto", 4.0},
             {"Servido", 0}, {"codEmpleado", 1}, {"NombreEmpleado", "Laura  G. R."}, {"Tienda", ""},
             {"tipo_Venta", "P"}, {"impuesto_2", 0.0}, {"tipoimpuesto_2", 0.0}, {"CodFamilia", 0}, {"orden", 4}};
