@@ -626,7 +626,7 @@ TEST_P(SentenciasTest, PantallaDeCaja_PanelesRankingYCliente) {
          "order by Posicion",
          8, "1|Distribuciones Turia S.L.|NULL|NULL|0|0|1"},
         {"Select * from Seccion where Borrar=false and codigo in (Select seccion from productos) order by Nombre", 8,
-         "1|Perfumes|NULL|NULL|0|0|1"},
+         "2|Colonias|NULL|NULL|0|0|2"},
         {"Select codigo,nombre,apellidos,imagen,color,emp_color from empleados where baja= false and mostrar_caja = -1 "
          "order by posicion",
          3, "1|Laura|Gómez Ruiz|NULL|NULL|0"},
@@ -713,7 +713,7 @@ TEST_P(SentenciasTest, BusquedaYFichaDeCliente) {
          "and seccion = 3 and proveedor = 2 and Borrar=0 order by Nombre",
          1},
         {"select * from productos where Nombre like 'l''%'  and Borrar=0 order by Nombre", 0},
-        {"select * from productos where Nombre like 'pan%' and Borrar=0 order by Nombre", 2},
+        {"select * from productos where Nombre like 'colonia%' and Borrar=0 order by Nombre", 3},
         {"SELECT distinct(productos.Codigo) as codigo,nombre   FROM productos LEFT JOIN productos_CodigosExtra ON "
          "productos.Codigo = productos_CodigosExtra.Codigo  WHERE (((productos_CodigosExtra.Codigo_Extra) like "
          "'{EXTRA}')) or codigocliente = '{EXTRA}'",
