@@ -1,0 +1,109 @@
+#include "printing/ticket_configurable.hpp"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "tests/printing/ticket_prueba.hpp"
+
+namespace tpv::prueba {
+namespace {
+
+using Lineas = std::vector<std::string>;
+
+const char* const kConfTicket =
+    "insert into confticket (EnNegrita,nomEmpresa,Direccion,poblacion,provincia,cif,web,telefono,email,nomTicket,"
+    "empleado,cliente,CifCliente,telefonocliente,DirCliente,unidades,descripcion,pUnitario,total,mostrarPunit,"
+    "utilizaSubTotal,cuota,totalfinal,entrega,cambio,mostrartotalletras,desgloseImpuestos,nomImpuesto,base,FormaPago,"
+    "ImpuestosIncluidos,Gracias,comentariofinal) values (True,'#CPerfumería Olmo','C/ Mayor 3','28801 Alcalá',Null,"
+    "'CIF: B12345678',Null,'Tlf: 918880000',Null,'Ticket:','Le atendió: ','Cliente: ','NIF: ','Tlf: ','Dir: ','Ud',"
+    "'Artículo','Precio','Importe',True,0,'Cuota','TOTAL','Entregado','Cambio',False,-1,'Tipo','Base','Pago: ',"
+    "'IVA incluido','Gracias por su visita',Null)";
+
+class ConfTicketTest : public TicketTest {
+protected:
+    void SetUp() override {
+        TicketTest::SetUp();
+        if (IsSkipped() || HasFatalFailure()) return;
+        Ejecutar({
+            kConfTicket,
+            "insert into clientes (codigo,nombre,apellidos,nif,telefono2,direccion) values "
+            "(7,'Ana','Ruiz Gil','12345678Z','600111222','C/ Sol 1')",
+            // A sale with a comment line, a refund of one of its lines, and an open sale.
+            "insert into cabecera_factura (numero,cliente,empleado,total,impuesto,recargo,descuento,pago,fechaVenta,"
+            "hora) values (41,7,'Marta',30.25,5.25,0,0,1,#03/14/2026#,#10:31:00#)",
+            "insert into detalle_factura (num_factura,unidades,producto,precio_unit,precio,impuesto,tipoimpuesto,"
+            "recargo,descuento) values (41,2,'Colonia fresca',12.1,24.2,4.2,21,0,0)",
+            "insert into detalle_factura (num_factura,unidades,producto,precio_unit,precio,impuesto,tipoimpuesto,"
+            "recargo,descuento) values (41,1,'Jabón de glicerina y aloe vera',6.05,6.05,1.05,21,0,0)",
+            "insert into detalle_factura (num_factura,unidades,producto,precio_unit,precio,impuesto,tipoimpuesto,"
+            "recargo,descuento) values (41,1,'Bolsa',0,0,0,0,0,0)",
+            "insert into cabecera_abono (numero,num_factura,cliente,empleado,total,impuesto,recargo,descuento,pago,"
+            "fechaVenta,hora) values (5,41,0,'Marta',-6.05,-1.05,0,0,1,#03/14/2026#,#11:02:00#)",
+            "insert into detalle_abono (num_factura,num_abono,unidades,producto,precio_unit,precio,impuesto,"
+            "tipoimpuesto,recargo,descuento) values (41,5,-1,'Jabón de glicerina y aloe vera',6.05,-6.05,-1.05,21,0,0)",
+            "insert into cabecera_factura_temp (numero,fecha,hora,cliente,empleado,total,impuesto,recargo,descuento) "
+            "values (12,#03/14/2026#,#10:05:00#,0,'Marta',12.1,2.1,1.5,0.5)",
+            "insert into detalle_factura_temp (num_factura,unidades,producto,precio_unit,precio,impuesto,tipoimpuesto,"
+            "recargo,descuento) values (12,1,'Colonia fresca',12.1,12.1,2.1,21,1.5,0.5)",
+        });
+    }
+
+    // Prints a document on "TICKETS" and gives its paper.
+    Lineas Imprimir(std::int32_t numero, const std::string& tabla, double entrega = 0, double cambio = 0,
+                    std::int16_t comensales = 0, double propina = 0) {
+        ImprimirConfONOFF ticket;
+        ticket.ImprimirNuevoTicket(cn, "TICKETS", "", "", 0, 0, 0, numero, tabla, entrega, cambio, comensales,
+                                   propina);
+        propinaImpresa = propina;
+        return Papel();
+    }
+
+    double propinaImpresa = 0;
+};
+
+TEST_P(ConfTicketTest, Venta_PapelExacto) {
+    const Lineas esperado = {
+        "   Perfumería Olmo",
+        "C/ Mayor 3",
+        "28801 Alcalá",
+        "CIF: B12345678",
+        "Tlf: 918880000",
+        "",
+        "Ticket:41     14/03/26 10:31",
+        "Le atendió: Marta",
+        "Cliente: Ana Ruiz Gil",
+        "NIF: 12345678Z  Tlf: 600111222",
+        "Dir: C/ Sol 1",
+        "",
+        "Ud Artículo          Precio Importe",
+        "-----------------------------------",
+        "2 Colonia fresca      12,10   24,20",
+        "1 Jabón de glicerina   6,05    6,05",
+        "1 Bolsa",
+        "-----------------------------------",
+        "                   TOTAL      30,25",
+        "               Entregado      50,00",
+        "                  Cambio      19,75",
+        "",
+        "-----------------------------------",
+        "Tipo                Base      Cuota",
+        "21%                25,00       5,25",
+        "-----------------------------------",
+        "",
+        "           Pago: Contado",
+        "            IVA incluido",
+        "       Gracias por su visita",
+        "",
+    };
+    EXPECT_EQ(Imprimir(41, "cabecera_factura", 50, 19.75), esperado);
+    EXPECT_TRUE(otra_->Documents().empty());
+    EXPECT_TRUE(cajas.mostradas.empty());
+}
+
+TPV_EN_CADA_MOTOR(ConfTicketTest);
+
+}  // namespace
+}  // namespace tpv::prueba
