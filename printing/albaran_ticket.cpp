@@ -44,7 +44,7 @@ void LeerCabecera(Connection& cn, std::int32_t numero) {
         m.empleado = Texto(rs.Get("empleado"));
         m.total = rs.Get("total").IsNull() ? "0" : Texto(rs.Get("total"));
         m.recargo = Numero(rs.Get("recargo")) > 0 ? Texto(rs.Get("recargo")) : "0";
-        m.pago = Texto(rs.Get("pago"));
+        if (rs.HasField("pago")) m.pago = Texto(rs.Get("pago"));
         m.descuento = rs.Get("descuento").IsNull() ? "" : FormatNumber(rs.Get("descuento"), m.numDecimales);
         m.impuesto = FormatNumber(Numero(rs.Get("impuesto")), m.numDecimales);
         cliente = Numero(rs.Get("cliente"));

@@ -103,6 +103,88 @@ TEST_P(ConfTicketTest, Venta_PapelExacto) {
     EXPECT_TRUE(cajas.mostradas.empty());
 }
 
+TEST_P(ConfTicketTest, AbonoYPreticket_ImportesYPie) {
+    const Lineas abono = Imprimir(5, "cabecera_abono");
+    EXPECT_EQ(abono[6], "Abono:5      14/03/26 11:02");
+    EXPECT_EQ(abono[11], "1 Jabón de glicerina   6,05    6,05");
+    EXPECT_EQ(abono[13], "                   TOTAL       6,05");
+    EXPECT_EQ(abono[17], "21%                 7,10      -1,05");
+
+    Ejecutar({"insert into relaciones_fijas (indice,datoa) values ('LineaPropinas','SI')"});
+    const Lineas pre = Imprimir(12, "cabecera_factura_temp", 0, 0, 3);
+    const Lineas esperado = {
+        "Venta:12     14/03/2026 10:05",
+        "Le atendió: Marta",
+        "",
+        "Ud Artículo          Precio Importe",
+        "-----------------------------------",
+        "1 Colonia fresca      12,10   12,10",
+        "-----------------------------------",
+        "Recargo                        0,00",
+        "Descuento:                    -0,50",
+        "Subtotal:                     12,10",
+        "                   TOTAL      12,10",
+        "",
+        "-----------------------------------",
+        "Tipo                Base      Cuota",
+        "21%                 9,59       2,01",
+        "-----------------------------------",
+        "",
+        "Propina:",
+        "",
+        "-----------------------------------",
+        "     Comensales 3 toca a = 4,03",
+    };
+    EXPECT_EQ(Lineas(pre.begin() + 6, pre.end()), esperado);
+}
+
+TEST_P(ConfTicketTest, Propinas_EtiquetaSegunLaPropinaRecibida) {
+    Ejecutar({"insert into relaciones_fijas (indice,datoa,daton) values ('UtilizaConceptoPropina','Servicio',10)"});
+    // A sale whose tip differs from the reckoned one: plain label, no amount.
+    Lineas venta = Imprimir(41, "cabecera_factura");
+    EXPECT_EQ(venta[18], "Propina:");
+    EXPECT_EQ(propinaImpresa, 0);
+    // A pre-ticket reckons it and gives it back.
+    Lineas pre = Imprimir(12, "cabecera_factura_temp");
+    EXPECT_EQ(pre[16], "Servicio 10%                   1,21");
+    EXPECT_EQ(pre[17], "                   TOTAL      13,31");
+    EXPECT_DOUBLE_EQ(propinaImpresa, 1.21);
+}
+
+TEST_P(ConfTicketTest, SinFilaDeConfticketOImpresoraCaida_NadaNiRotura) {
+    Ejecutar({"delete * from confticket"});
+    EXPECT_EQ(Imprimir(41, "cabecera_factura"), Lineas{});
+    Ejecutar({kConfTicket, "update confticket set comentariofinal = '" + std::string(10000, 'x') + "', Direccion = '" +
+                               std::string(10000, 'y') + "'"});
+    const Lineas largo = Imprimir(41, "cabecera_factura");
+    EXPECT_EQ(largo[1], std::string(35, 'y'));
+    // 10000 characters measure 285.7 lines: 286 pieces and an empty last one.
+    EXPECT_EQ(largo[largo.size() - 2], std::string(25, 'x'));
+    EXPECT_EQ(largo.back(), "");
+
+    ImprimirConfONOFF ticket;
+    double propina = 0;
+    ticket.ImprimirNuevoTicket(cn, "TICKETS", "/no/existe/logo.bmp", "/no/existe/logo.bmp", 0, 0, 0, 41,
+                               "cabecera_factura", 0, 0, 0, propina);
+    EXPECT_EQ(tickets_->Documents().back().paper.front(), "   Perfumería Olmo");
+    EXPECT_TRUE(cajas.mostradas.empty());
+
+    tickets_->SetFailing(true);
+    Imprimir(41, "cabecera_factura");
+    ASSERT_EQ(cajas.mostradas.size(), 1u);
+    EXPECT_EQ(cajas.mostradas[0].titulo, "Preticket");
+    EXPECT_EQ(cajas.mostradas[0].texto, "Compruebe la conexion con su impresora y que esta este encendida.");
+    EXPECT_EQ(cajas.mostradas[0].Icono(), vbInformation);
+}
+
+TEST_P(ConfTicketTest, Muestra_SeDetieneEnElPrimerImporte) {
+    const Lineas muestra = Imprimir(-1, "");
+    ASSERT_GE(muestra.size(), 4u);
+    EXPECT_EQ(muestra[6], "Ticket:XXXXXX 14/03/26 10:30");
+    EXPECT_EQ(muestra[muestra.size() - 2], "XXXxxxxxx Xxxxxxxx  XXXX,XX XXXX,XX");
+    EXPECT_EQ(muestra.back(), "-----------------------------------");
+}
+
 TPV_EN_CADA_MOTOR(ConfTicketTest);
 
 }  // namespace

@@ -93,7 +93,7 @@ TEST_P(PlantillaTest, ImprimirAlbaranTicket_SinDineroNiLinea8NiUnitario) {
         "Perfumería Olmo",     "C/ Mayor 3 - Alcalá", "CIF B12345678",
         "Tlf 918880000",       "Albaran: 3 14/03/2026 10:30", "Atiende:   Marta",
         "",                    "Telefono: 911111111", "CIF: 12345678Z",
-        "",                    " Producto                  Precio", "-----------------------------------",
+        "",                    " Producto                    Precio", "-----------------------------------",
         "-----------------------------------", "                  TOTAL:      36,30", "",
         "",                    "Firma",               "-----------------------------------",
         "14/03/2026                    10:30",
