@@ -1,5 +1,7 @@
 #include "core/datos/jet_parser.hpp"
 
+#include <algorithm>
+
 #include "core/runtime/error.hpp"
 
 namespace tpv::datos {
@@ -7,6 +9,12 @@ namespace tpv::datos {
 using namespace ast;
 
 namespace {
+
+// How deep a statement may nest: parentheses, subqueries, NOT and signs, and
+// the chains of AND, OR and operators, which make trees as deep as they are
+// long. Every walk over the tree (types, writing, teardown) recurses, so a
+// deeper statement is refused here, before anything walks it.
+constexpr int kProfundidadMaxima = 200;
 
 class Parser {
 public:
@@ -55,6 +63,28 @@ private:
     void ExpectSym(const char* s) {
         if (!AcceptSym(s)) Fail(std::string("se esperaba '") + s + "'");
     }
+    // Counts the reader's own recursion: nesting of parentheses, subqueries,
+    // NOT and signs.
+    struct Nivel {
+        explicit Nivel(Parser& p) : p_(p) {
+            if (++p_.nivel_ > kProfundidadMaxima) p_.Complejo();
+        }
+        ~Nivel() { --p_.nivel_; }
+        Parser& p_;
+    };
+
+    [[noreturn]] void Complejo() const { throw DbError("complejidad", "La consulta es demasiado compleja.", sql_); }
+
+    // Gives a finished node its depth (one more than its deepest part) and
+    // refuses a tree grown too deep.
+    ExprPtr Cerrar(ExprPtr e) {
+        int d = e->sub ? subProfundidad_ : 0;
+        for (const auto& a : e->args) d = std::max(d, a->depth);
+        e->depth = d + 1;
+        if (e->depth > kProfundidadMaxima) Complejo();
+        return e;
+    }
+
     [[noreturn]] void Fail(const std::string& what) const {
         std::string near = Cur().kind == Tok::End ? "el final" : "'" + Cur().text + "'";
         throw DbError("sintaxis", "Error de sintaxis en la instrucción SQL (" + what + ", cerca de " + near + ").", sql_);
@@ -64,7 +94,19 @@ private:
         return t_[i_++].text;
     }
 
+    // A subquery counts as deep as its deepest expression or join.
     std::unique_ptr<Select> ParseSelect() {
+        Nivel nivel(*this);
+        int fuera = profundidadSelect_;
+        profundidadSelect_ = 0;
+        auto s = ParseSelectBody();
+        subProfundidad_ = profundidadSelect_ + 1;
+        profundidadSelect_ = std::max(fuera, subProfundidad_);
+        if (subProfundidad_ > kProfundidadMaxima) Complejo();
+        return s;
+    }
+
+    std::unique_ptr<Select> ParseSelectBody() {
         ExpectKw("select");
         auto s = std::make_unique<Select>();
         if (AcceptKw("distinct") || AcceptKw("distinctrow")) s->distinct = true;
@@ -126,6 +168,7 @@ private:
     }
 
     std::unique_ptr<JoinNode> ParseJoinPrimary(Select& s) {
+        Nivel nivel(*this);
         if (AcceptSym("(")) {
             auto n = ParseJoin(s);
             ExpectSym(")");
@@ -156,6 +199,9 @@ private:
             n->left = std::move(left);
             n->right = std::move(right);
             n->on = ParseExpr();
+            n->depth = std::max({n->left->depth, n->right->depth, n->on->depth}) + 1;
+            if (n->depth > kProfundidadMaxima) Complejo();
+            Anotar(n->depth);
             left = std::move(n);
         }
         return left;
@@ -208,6 +254,10 @@ private:
         ExpectKw("delete");
         if (AcceptSym("*")) {
         } else if (Cur().kind == Tok::Ident && Peek().kind == Tok::Symbol && Peek().text == ".") {
+            if (Peek(2).kind != Tok::Symbol || Peek(2).text != "*") {
+                ++i_;
+                Fail("se esperaba '*'");
+            }
             i_ += 3;  // delete t.* from t
         }
         ExpectKw("from");
@@ -222,15 +272,25 @@ private:
         e->kind = k;
         return e;
     }
-    static ExprPtr Binary(std::string op, ExprPtr a, ExprPtr b) {
+    ExprPtr Binary(std::string op, ExprPtr a, ExprPtr b) {
         auto e = Make(ExprKind::Binary);
         e->op = std::move(op);
         e->args.push_back(std::move(a));
         e->args.push_back(std::move(b));
+        return Hecho(std::move(e));
+    }
+    // Cerrar, and the select being read learns how deep it goes.
+    ExprPtr Hecho(ExprPtr e) {
+        e = Cerrar(std::move(e));
+        Anotar(e->depth);
         return e;
     }
+    void Anotar(int depth) { profundidadSelect_ = std::max(profundidadSelect_, depth); }
 
-    ExprPtr ParseExpr() { return ParseOr(); }
+    ExprPtr ParseExpr() {
+        Nivel nivel(*this);
+        return ParseOr();
+    }
 
     ExprPtr ParseOr() {
         auto e = ParseAnd();
@@ -246,10 +306,11 @@ private:
 
     ExprPtr ParseNot() {
         if (AcceptKw("not")) {
+            Nivel nivel(*this);
             auto e = Make(ExprKind::Unary);
             e->op = "not";
             e->args.push_back(ParseNot());
-            return e;
+            return Hecho(std::move(e));
         }
         return ParseComparison();
     }
@@ -271,7 +332,7 @@ private:
                 l->negated = negated;
                 l->args.push_back(std::move(e));
                 l->args.push_back(ParseConcat());
-                e = std::move(l);
+                e = Hecho(std::move(l));
                 continue;
             }
             if (AcceptKw("between")) {
@@ -281,7 +342,7 @@ private:
                 b->args.push_back(ParseConcat());
                 ExpectKw("and");
                 b->args.push_back(ParseConcat());
-                e = std::move(b);
+                e = Hecho(std::move(b));
                 continue;
             }
             if (AcceptKw("in")) {
@@ -291,7 +352,7 @@ private:
                     in->negated = negated;
                     in->args.push_back(std::move(e));
                     in->sub = ParseSelect();
-                    e = std::move(in);
+                    e = Hecho(std::move(in));
                 } else {
                     auto in = Make(ExprKind::InList);
                     in->negated = negated;
@@ -299,7 +360,7 @@ private:
                     do {
                         in->args.push_back(ParseExpr());
                     } while (AcceptSym(","));
-                    e = std::move(in);
+                    e = Hecho(std::move(in));
                 }
                 ExpectSym(")");
                 continue;
@@ -309,7 +370,7 @@ private:
                 n->negated = AcceptKw("not");
                 ExpectKw("null");
                 n->args.push_back(std::move(e));
-                e = std::move(n);
+                e = Hecho(std::move(n));
                 continue;
             }
             i_ = save;
@@ -356,11 +417,12 @@ private:
 
     ExprPtr ParseUnary() {
         if (IsSym("-") || IsSym("+")) {
+            Nivel nivel(*this);
             std::string op = t_[i_++].text;
             auto e = Make(ExprKind::Unary);
             e->op = op;
             e->args.push_back(ParseUnary());
-            return e;
+            return Hecho(std::move(e));
         }
         return ParsePrimary();
     }
@@ -399,7 +461,7 @@ private:
                         auto e = Make(ExprKind::Subquery);
                         e->sub = ParseSelect();
                         ExpectSym(")");
-                        return e;
+                        return Hecho(std::move(e));
                     }
                     auto e = ParseExpr();
                     ExpectSym(")");
@@ -424,7 +486,7 @@ private:
                         } while (AcceptSym(","));
                     }
                     ExpectSym(")");
-                    return f;
+                    return Hecho(std::move(f));
                 }
                 auto c = Make(ExprKind::Column);
                 if (AcceptSym(".")) {
@@ -444,6 +506,9 @@ private:
     const std::string& sql_;
     const std::vector<Token>& t_;
     std::size_t i_ = 0;
+    int nivel_ = 0;              // the reader's recursion
+    int profundidadSelect_ = 0;  // the deepest tree of the select being read
+    int subProfundidad_ = 0;     // depth of the subquery read last
 };
 
 void CollectTables(JoinNode& n, std::vector<TableRef*>& out) {

@@ -41,6 +41,7 @@ struct Expr {
     bool negated = false;
     bool distinctArg = false;
     int slot = -1;
+    int depth = 1;  // levels of the tree from here down, subqueries included
     LitKind litKind = LitKind::Number;
     std::vector<ExprPtr> args;
     std::unique_ptr<Select> sub;
@@ -72,6 +73,7 @@ struct JoinNode {
     std::string joinType;  // "inner", "left", "right"
     std::unique_ptr<JoinNode> left, right;
     ExprPtr on;
+    int depth = 1;
 };
 
 struct OrderItem {
@@ -89,6 +91,9 @@ struct Select {
     ExprPtr having;
     std::vector<OrderItem> orderBy;
     std::vector<TableRef*> tables;  // every table of the FROM, in order (filled by the parser)
+    // DISTINCT over plain columns of one table, with nothing after it (no
+    // TOP, ORDER BY or grouping): the session may fold the rows itself.
+    bool distinctFoldable = false;
 };
 
 struct Insert {
