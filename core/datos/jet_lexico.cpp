@@ -24,11 +24,44 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
     throw DbError("sintaxis", "Error de sintaxis en la instrucción SQL: " + what, sql);
 }
 
+// Each token goes into the shape as its kind, the length of its text and the
+// text: no run of tokens can then read as another ("[where x]" is one name,
+// not the word WHERE and a name). A literal leaves only its kind.
+void AnadirAForma(std::string& forma, Tok kind, std::string_view text) {
+    forma.push_back(static_cast<char>(kind));
+    std::size_t n = text.size();
+    do {
+        forma.push_back(static_cast<char>((n & 0x7F) | (n > 0x7F ? 0x80 : 0)));
+        n >>= 7;
+    } while (n);
+    forma += text;
+}
+
 }  // namespace
 
 bool IsKeyword(std::string_view w) {
     return std::find(kKeywords.begin(), kKeywords.end(), w) != kKeywords.end();
 }
+
+namespace {
+
+// The keyword a word is, in lower case, or an empty view when it is none;
+// without building a string for the word.
+std::string_view Keyword(std::string_view word) {
+    constexpr std::size_t kLargoMaximo = 11;  // "distinctrow"
+    if (word.size() < 2 || word.size() > kLargoMaximo) return {};
+    char buf[kLargoMaximo];
+    for (std::size_t i = 0; i < word.size(); ++i) {
+        char c = word[i];
+        buf[i] = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    }
+    std::string_view lower(buf, word.size());
+    for (std::string_view k : kKeywords)
+        if (k == lower) return k;
+    return {};
+}
+
+}  // namespace
 
 void Lex(const std::string& sql, Lexed& out) {
     out.tokens.clear();
@@ -48,14 +81,10 @@ void Lex(const std::string& sql, Lexed& out) {
         if (IsIdentStart(static_cast<unsigned char>(c))) {
             std::size_t j = i;
             while (j < n && IsIdentChar(static_cast<unsigned char>(sql[j]))) ++j;
-            t.text = sql.substr(i, j - i);
-            std::string lower = Minusculas(t.text);
-            if (IsKeyword(lower)) {
-                t.kind = Tok::Keyword;
-                t.text = lower;
-            } else {
-                t.kind = Tok::Ident;
-            }
+            std::string_view word(sql.data() + i, j - i);
+            std::string_view kw = Keyword(word);
+            t.kind = kw.empty() ? Tok::Ident : Tok::Keyword;
+            t.text = kw.empty() ? word : kw;
             i = j;
         } else if (c == '[') {
             std::size_t j = sql.find(']', i + 1);
@@ -131,11 +160,10 @@ void Lex(const std::string& sql, Lexed& out) {
         }
         if (t.kind == Tok::Number || t.kind == Tok::String || t.kind == Tok::Date) {
             t.slot = slot++;
-            out.shape += t.kind == Tok::Number ? "\x01N" : t.kind == Tok::String ? "\x01S" : "\x01D";
+            out.shape.push_back(static_cast<char>(t.kind));
         } else {
-            out.shape += t.kind == Tok::Ident ? Minusculas(t.text) : t.text;
+            AnadirAForma(out.shape, t.kind, t.text);
         }
-        out.shape.push_back(t.kind == Tok::Ident ? '\x02' : ' ');
         out.tokens.push_back(std::move(t));
     }
     Token end;

@@ -49,7 +49,7 @@ TEST(AnalizadorJet, TextoCualquiera_SoloDaDbError) {
 TEST(AnalizadorJet, LaFormaNoDependeDeLosValores) {
     Lexed a, b, c;
     Lex("select * from clientes where codigo = 5 and nombre like 'Ana%'", a);
-    Lex("SELECT * FROM Clientes WHERE Codigo = 77 AND nombre LIKE 'Luis'", b);
+    Lex("SELECT * FROM clientes WHERE codigo = 77 AND nombre LIKE 'Luis'", b);
     Lex("select * from clientes where codigo = '5' and nombre like 'Ana%'", c);
     EXPECT_EQ(a.shape, b.shape);
     EXPECT_NE(a.shape, c.shape);  // a quoted number is another shape
