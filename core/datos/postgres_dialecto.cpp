@@ -151,6 +151,7 @@ std::string TextoNumeroSqlite(double v) {
 
 // Splits a serial into whole days and microseconds of the day.
 void Partir(DateTime d, double& dias, long long& micros) {
+    fecha::EnRangoODesborda(d);
     dias = std::floor(d.serial);
     micros = std::llround((d.serial - dias) * 86400e6);
     if (micros >= 86400000000LL) {

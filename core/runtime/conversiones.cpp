@@ -259,9 +259,8 @@ std::optional<DateTime> LeerFechaRegional(std::string_view texto) {
     return d;
 }
 
-// The range of dates the runtime could hold: 01/01/100 to 31/12/9999.
-constexpr double kSerialMinimo = -657434.0;
-constexpr double kSerialMaximo = 2958466.0;
+using fecha::kSerialMaximo;
+using fecha::kSerialMinimo;
 
 // --- Numbers and dates to text ---
 
@@ -414,6 +413,14 @@ DateTime CDate(const Value& v) {
 
 bool LeerNumero(std::string_view texto, double& out) {
     return LeerNumeroRegional(texto, out) == Lectura::Numero;
+}
+
+bool LeerNumeroODesborda(std::string_view texto, double& out) {
+    switch (LeerNumeroRegional(texto, out)) {
+        case Lectura::Numero: return true;
+        case Lectura::Desborda: throw ErrorDesbordamiento();
+        default: return false;
+    }
 }
 
 bool IsNumeric(const Value& v) {

@@ -53,6 +53,8 @@ bool IsNumeric(const Value& v);
 // Reads a number written in the regional form ("1.234,5", "12,50 €", "(3)");
 // false when the text is not one, or does not fit a double.
 bool LeerNumero(std::string_view texto, double& out);
+// The same, but a number too big for a double is the overflow error.
+bool LeerNumeroODesborda(std::string_view texto, double& out);
 bool IsDate(const Value& v);
 
 // --- Text out of numbers and dates -------------------------------------------

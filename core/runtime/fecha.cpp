@@ -1,5 +1,6 @@
 #include "core/runtime/fecha.hpp"
 
+#include "core/runtime/error.hpp"
 #include "core/runtime/reloj.hpp"
 
 #include <chrono>
@@ -54,7 +55,13 @@ DateTime DesdeHora(int hora, int minuto, int segundo) {
     return DateTime{(hora * 3600.0 + minuto * 60.0 + segundo) / 86400.0};
 }
 
+DateTime EnRangoODesborda(DateTime d) {
+    if (!EnRango(d)) throw ErrorDesbordamiento();
+    return d;
+}
+
 Partes Descomponer(DateTime d) {
+    EnRangoODesborda(d);
     // The runtime keeps negative serials as "days before, time after": the
     // fraction always counts forward from midnight.
     double dias = std::floor(d.serial);

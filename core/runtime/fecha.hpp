@@ -12,10 +12,18 @@ struct Partes {
     int hora = 0, minuto = 0, segundo = 0;
 };
 
+// The range of dates the runtime can hold: 01/01/100 to 31/12/9999.
+inline constexpr double kSerialMinimo = -657434.0;
+inline constexpr double kSerialMaximo = 2958466.0;  // the first serial beyond it
+inline bool EnRango(DateTime d) { return d.serial >= kSerialMinimo && d.serial < kSerialMaximo; }
+// The date itself; a value outside the range (or not a number) is the
+// runtime's overflow error.
+DateTime EnRangoODesborda(DateTime d);
+
 bool EsFechaValida(int anio, int mes, int dia);
 DateTime DesdeFecha(int anio, int mes, int dia);             // no check: the caller validates
 DateTime DesdeHora(int hora, int minuto, int segundo);
-Partes Descomponer(DateTime d);                               // rounds to the second
+Partes Descomponer(DateTime d);  // rounds to the second; overflow error outside the range
 
 // The till's clock (reloj.hpp), in local time.
 DateTime Ahora();
