@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -8,6 +9,9 @@
 namespace tpv::datos {
 
 struct SchemaDef;
+
+// Takes the rows of a statement one at a time; it may move from the row.
+using RowSink = std::function<void(std::vector<Value>& row)>;
 
 // How an engine writes the pieces of a statement that differ between engines.
 // The translator walks the syntax tree and asks the dialect for these.
@@ -31,6 +35,10 @@ public:
     virtual std::string KeyLookup(const std::string& key, const std::string& subquery) const {
         return key + " IN (" + subquery + ")";
     }
+    // True when the engine would fold the few rows of a one-table DISTINCT
+    // (what the translator makes of a join it took away) more slowly than
+    // the session does after reading them.
+    virtual bool FoldsDistinctLate() const { return false; }
     // A literal given to the statement, as a parameter of the engine.
     virtual Value Bind(const Value& v, ColType target) const = 0;
 };
@@ -43,6 +51,13 @@ public:
     // Runs a translated statement with its parameters. Rows come back raw:
     // the session gives them their types.
     virtual Result Run(const std::string& sql, const std::vector<Value>& params, bool returnsRows) = 0;
+    // Runs a translated statement that returns rows and hands each to the
+    // sink as it is read. An engine that can't read a row at a time holds
+    // the result while it hands the rows over.
+    virtual void RunEach(const std::string& sql, const std::vector<Value>& params, const RowSink& sink) {
+        Result r = Run(sql, params, true);
+        for (auto& row : r.rows) sink(row);
+    }
     virtual Catalog LoadCatalog() = 0;
     virtual std::string DefaultDatabase() const = 0;
     virtual void CreateSchema(const SchemaDef& schema) = 0;

@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <thread>
 #include <unordered_map>
+#include <utility>
 
 #include "core/datos/esquema.hpp"
 #include "core/datos/motor.hpp"
@@ -56,6 +57,7 @@ public:
         return "CAST(" + a + " AS REAL) / " + b;
     }
     std::string RowKey() const override { return "rowid"; }
+    bool FoldsDistinctLate() const override { return true; }  // DISTINCT builds a temporary b-tree
     Value Bind(const Value& v, ColType) const override {
         if (v.kind() == Value::Kind::Date) return Value(fecha::ATextoIso(v.date()));
         return v;
@@ -160,6 +162,7 @@ public:
     const Dialect& dialect() const override { return kDialect; }
 
     Result Run(const std::string& sql, const std::vector<Value>& params, bool returnsRows) override {
+        const RowSink* sink = std::exchange(sink_, nullptr);  // only this statement's rows go to it
         sqlite3_stmt* st = Prepare(sql);
         struct Reset {
             sqlite3_stmt* s;
@@ -170,6 +173,7 @@ public:
         } reset{st};
         for (std::size_t i = 0; i < params.size(); ++i) BindOne(st, static_cast<int>(i + 1), params[i], sql);
         Result r;
+        long long leidas = 0;
         int ncol = sqlite3_column_count(st);
         if (returnsRows)
             for (int c = 0; c < ncol; ++c) r.names.emplace_back(sqlite3_column_name(st, c));
@@ -179,11 +183,13 @@ public:
                 std::vector<Value> row;
                 row.reserve(static_cast<std::size_t>(ncol));
                 for (int c = 0; c < ncol; ++c) row.push_back(Column(st, c));
-                r.rows.push_back(std::move(row));
+                ++leidas;
+                if (sink) (*sink)(row);
+                else r.rows.push_back(std::move(row));
                 continue;
             }
             if (rc == SQLITE_DONE) break;
-            if ((rc & 0xFF) == SQLITE_BUSY && r.rows.empty() && attempt < 50) {
+            if ((rc & 0xFF) == SQLITE_BUSY && leidas == 0 && attempt < 50) {
                 sqlite3_reset(st);
                 std::this_thread::sleep_for(std::chrono::milliseconds(20));
                 continue;
@@ -192,6 +198,12 @@ public:
         }
         r.changes = returnsRows ? 0 : sqlite3_changes(db_);
         return r;
+    }
+
+    // The rows of Run, each handed over as sqlite3_step reads it.
+    void RunEach(const std::string& sql, const std::vector<Value>& params, const RowSink& sink) override {
+        sink_ = &sink;
+        Run(sql, params, true);
     }
 
     Catalog LoadCatalog() override {
@@ -372,6 +384,7 @@ private:
     sqlite3* db_ = nullptr;
     std::string path_;
     std::unordered_map<std::string, sqlite3_stmt*> cache_;
+    const RowSink* sink_ = nullptr;  // set while RunEach runs
 };
 
 }  // namespace

@@ -43,14 +43,22 @@ Value Convertir(const Value& v, datos::ColType tipo) {
     }
 }
 
+// A field by name, without regard to case; a qualified name
+// ("productos.codigo") finds its column too.
+int IndiceDeCampo(const std::vector<std::string>& names, std::string_view name) {
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (datos::IgualesSinCaso(names[i], name)) return static_cast<int>(i);
+    auto dot = name.find('.');
+    if (dot != std::string_view::npos) return IndiceDeCampo(names, name.substr(dot + 1));
+    return -1;
+}
+
 }  // namespace
 
 struct Recordset::Impl {
     std::shared_ptr<datos::Session> session;  // the database stays open while the recordset is
     std::shared_ptr<datos::Translation> translation;
     std::string sql;
-    std::vector<std::string> names;
-    std::vector<datos::ColType> types;
     std::vector<std::vector<Value>> rows;  // visible values, then key and image when writable
     std::vector<bool> deleted;             // rows this recordset deleted: skipped by the moves
     std::size_t visible = 0;
@@ -77,11 +85,9 @@ void Recordset::Open(const std::string& sql, Connection& cn, CursorTypeEnum curs
     // the lock allows it and the statement reads one table.
     bool wantWrite = cursor != adOpenStatic && cursor != adOpenForwardOnly && lock != adLockReadOnly &&
                      lock != adLockUnspecified;
-    datos::Result r = p->session->Run(sql, wantWrite, &p->translation);
+    datos::Result r = p->session->Run(sql, wantWrite, &p->translation, false);
     p->sql = sql;
-    p->names = r.names;
-    p->types = r.types;
-    p->visible = r.names.size();
+    p->visible = p->translation->names.size();
     p->rows = std::move(r.rows);
     p->deleted.assign(p->rows.size(), false);
     p->table = p->translation->baseTable;
@@ -179,17 +185,12 @@ int Recordset::FieldCount() const {
 std::string Recordset::FieldName(int index) const {
     RequireOpen();
     if (index < 0 || index >= static_cast<int>(p_->visible)) NotFound(std::to_string(index));
-    return p_->names[static_cast<std::size_t>(index)];
+    return p_->translation->names[static_cast<std::size_t>(index)];
 }
 
 int Recordset::IndexOf(std::string_view name) const {
     RequireOpen();
-    for (std::size_t i = 0; i < p_->visible; ++i)
-        if (datos::IgualesSinCaso(p_->names[i], name)) return static_cast<int>(i);
-    // A qualified name ("productos.codigo") finds its column too.
-    auto dot = name.find('.');
-    if (dot != std::string_view::npos) return IndexOf(name.substr(dot + 1));
-    return -1;
+    return IndiceDeCampo(p_->translation->names, name);
 }
 
 bool Recordset::HasField(std::string_view name) const { return IndexOf(name) >= 0; }
@@ -228,14 +229,14 @@ void Recordset::SetAt(int index, Value v) {
     RequireUpdatable();
     RequireCurrent();
     if (p_->tableColumn[static_cast<std::size_t>(index)] < 0)
-        throw RuntimeError(3251, "No se puede actualizar el campo '" + p_->names[static_cast<std::size_t>(index)] + "'.");
+        throw RuntimeError(3251, "No se puede actualizar el campo '" + p_->translation->names[static_cast<std::size_t>(index)] + "'.");
     if (p_->mode == Impl::Mode::None) {
         const auto& row = p_->rows[static_cast<std::size_t>(p_->pos)];
         p_->buffer.assign(row.begin(), row.begin() + static_cast<long>(p_->visible));
         p_->dirty.assign(p_->visible, false);
         p_->mode = Impl::Mode::Edit;
     }
-    p_->buffer[static_cast<std::size_t>(index)] = Convertir(v, p_->types[static_cast<std::size_t>(index)]);
+    p_->buffer[static_cast<std::size_t>(index)] = Convertir(v, p_->translation->types[static_cast<std::size_t>(index)]);
     p_->dirty[static_cast<std::size_t>(index)] = true;
 }
 
@@ -272,7 +273,7 @@ void Recordset::Update() {
             std::vector<Value> row;
             for (std::size_t i = 0; i < v; ++i) {
                 int c = p_->tableColumn[i];
-                row.push_back(c >= 0 ? datos::Session::Typed(keyImage[static_cast<std::size_t>(c) + 1], p_->types[i]) : Value());
+                row.push_back(c >= 0 ? datos::Session::Typed(keyImage[static_cast<std::size_t>(c) + 1], p_->translation->types[i]) : Value());
             }
             row.insert(row.end(), keyImage.begin(), keyImage.end());
             p_->rows.push_back(std::move(row));
@@ -325,5 +326,25 @@ Field& Field::operator=(tpv::Value v) {
 }
 
 std::string Field::Name() const { return rs_.FieldName(index_); }
+
+ForwardReader::ForwardReader(Connection& cn, const std::string& sql) : session_(cn.SharedSession()), sql_(sql) {
+    prepared_ = session_->Prepare(sql, false);
+    if (!prepared_->translation->returnsRows)
+        throw DbError("sintaxis", "La instrucción no devuelve filas.", sql);
+}
+
+ForwardReader::~ForwardReader() = default;
+
+int ForwardReader::FieldCount() const { return static_cast<int>(prepared_->translation->names.size()); }
+
+int ForwardReader::IndexOf(std::string_view name) const {
+    int i = IndiceDeCampo(prepared_->translation->names, name);
+    if (i < 0) NotFound(name);
+    return i;
+}
+
+void ForwardReader::ForEach(const std::function<void(const std::vector<Value>& row)>& f) {
+    session_->Each(prepared_, sql_, [&](std::vector<Value>& row) { f(row); });
+}
 
 }  // namespace tpv

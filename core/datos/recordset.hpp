@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,7 +10,9 @@
 namespace tpv {
 
 namespace datos {
+struct Prepared;
 struct Result;
+class Session;
 struct Translation;
 }
 
@@ -83,6 +86,28 @@ private:
 
     struct Impl;
     std::unique_ptr<Impl> p_;
+};
+
+// A forward-only, read-only pass over the rows of a statement: each row is
+// handed over as the engine reads it and none is kept, so a long list costs
+// the memory of the list alone. The statement is read when the reader is
+// made; ForEach runs it. The function given must not run statements itself.
+class ForwardReader {
+public:
+    ForwardReader(Connection& cn, const std::string& sql);
+    ~ForwardReader();
+    ForwardReader(const ForwardReader&) = delete;
+    ForwardReader& operator=(const ForwardReader&) = delete;
+
+    int FieldCount() const;
+    // A field's place in each row, by name as Recordset::Fields finds it.
+    int IndexOf(std::string_view name) const;
+    void ForEach(const std::function<void(const std::vector<Value>& row)>& f);
+
+private:
+    std::shared_ptr<datos::Session> session_;
+    std::shared_ptr<const datos::Prepared> prepared_;
+    std::string sql_;
 };
 
 }  // namespace tpv

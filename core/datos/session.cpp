@@ -1,5 +1,6 @@
 #include "core/datos/session.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -82,6 +83,41 @@ bool ReadDate(std::string_view text, bool monthFirst, DateTime& out) {
     return i == s.size();
 }
 
+// Two values of a column in the order DISTINCT tells them apart: NULL,
+// then numbers and dates by value, then text (without regard to case in a
+// text column, as its collation compares).
+int CompararCelda(const Value& a, const Value& b, ColType type) {
+    auto rango = [](const Value& v) { return v.IsNull() ? 0 : v.kind() == Value::Kind::Text ? 2 : 1; };
+    int ra = rango(a), rb = rango(b);
+    if (ra != rb) return ra < rb ? -1 : 1;
+    if (ra == 0) return 0;
+    if (ra == 1) return a.number() < b.number() ? -1 : b.number() < a.number() ? 1 : 0;
+    return type == ColType::Text ? unicode::CompareText(a.text(), b.text()) : a.text().compare(b.text());
+}
+
+// Keeps the first of every run of equal rows, in the order they came.
+void PlegarFilas(std::vector<std::vector<Value>>& rows, const std::vector<ColType>& types) {
+    if (rows.size() < 2) return;
+    auto comparar = [&](std::size_t x, std::size_t y) {
+        for (std::size_t c = 0; c < types.size(); ++c)
+            if (int k = CompararCelda(rows[x][c], rows[y][c], types[c])) return k;
+        return 0;
+    };
+    std::vector<std::size_t> orden(rows.size());
+    for (std::size_t i = 0; i < orden.size(); ++i) orden[i] = i;
+    std::stable_sort(orden.begin(), orden.end(), [&](std::size_t x, std::size_t y) { return comparar(x, y) < 0; });
+    std::vector<bool> repetida(rows.size(), false);
+    for (std::size_t i = 1; i < orden.size(); ++i)
+        if (comparar(orden[i - 1], orden[i]) == 0) repetida[orden[i]] = true;
+    std::size_t fuera = 0;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (repetida[i]) continue;
+        if (fuera != i) rows[fuera] = std::move(rows[i]);
+        ++fuera;
+    }
+    rows.resize(fuera);
+}
+
 [[noreturn]] void Mismatch(const std::string& sql) {
     throw DbError("tipos", "No coinciden los tipos de datos en la expresión de criterios.", sql);
 }
@@ -96,7 +132,13 @@ Value LiteralValue(const Token& t, const SlotPlan& plan, const std::string& sql)
             bool whole = t.text.find_first_of(".eE") == std::string::npos;
             if (whole && t.text.size() < 18 && plan.target != ColType::Double) return Value(std::stoll(t.text));
             double d = 0;
-            std::from_chars(t.text.data(), t.text.data() + t.text.size(), d);
+            auto r = std::from_chars(t.text.data(), t.text.data() + t.text.size(), d);
+            if (r.ec == std::errc::result_out_of_range) {
+                // Too small is 0, as the runtime reads it; too big does not fit.
+                auto e = t.text.find_first_of("eE");
+                if (e == std::string::npos || t.text[e + 1] != '-') throw ErrorDesbordamiento();
+                d = 0;
+            }
             return Value(d);
         }
         case Tok::Date: {
@@ -111,7 +153,7 @@ Value LiteralValue(const Token& t, const SlotPlan& plan, const std::string& sql)
                 case ColType::Double:
                 case ColType::Flag: {
                     double d;
-                    if (!LeerNumeroRegional(t.text, d)) Mismatch(sql);
+                    if (!LeerNumeroODesborda(t.text, d)) Mismatch(sql);
                     if (plan.target != ColType::Double && d == std::floor(d) && std::fabs(d) < 9e15)
                         return Value(static_cast<long long>(d));
                     return Value(d);
@@ -134,6 +176,7 @@ Session::Session(std::unique_ptr<Engine> engine) : engine_(std::move(engine)) {
 
 void Session::ReloadCatalog() {
     cache_.clear();
+    exact_.clear();
     catalog_ = std::make_shared<const Catalog>(engine_->LoadCatalog());
 }
 
@@ -158,7 +201,18 @@ std::shared_ptr<Translation> Session::Find(const std::string& jetSql, const Lexe
     return t;
 }
 
-Prepared Session::Prepare(const std::string& jetSql, bool writable) {
+std::shared_ptr<const Prepared> Session::Prepare(const std::string& jetSql, bool writable) {
+    auto it = exact_.find(jetSql);
+    if (it != exact_.end() && it->second[writable]) return it->second[writable];
+    auto p = std::make_shared<const Prepared>(PrepareNew(jetSql, writable));
+    // Texts that change with every call (a scanned code) would grow the map
+    // without end: it starts again when full.
+    if (exact_.size() >= 4000) exact_.clear();
+    exact_[jetSql][writable] = p;
+    return p;
+}
+
+Prepared Session::PrepareNew(const std::string& jetSql, bool writable) {
     Lexed lexed;
     Lex(jetSql, lexed);
     Prepared p;
@@ -167,7 +221,13 @@ Prepared Session::Prepare(const std::string& jetSql, bool writable) {
 
     std::vector<Value> values;
     values.reserve(lexed.literals.size());
-    for (std::size_t i = 0; i < lexed.literals.size(); ++i) values.push_back(LiteralValue(*lexed.literals[i], t.slots[i], jetSql));
+    for (std::size_t i = 0; i < lexed.literals.size(); ++i) {
+        values.push_back(LiteralValue(*lexed.literals[i], t.slots[i], jetSql));
+        // A number meant for a date must be a date the runtime can hold.
+        ColType target = t.slots[i].target;
+        if ((target == ColType::Date || target == ColType::Time) && values.back().IsNumber())
+            fecha::EnRangoODesborda(DateTime{values.back().number()});
+    }
 
     unsigned mask = 0;
     for (std::size_t k = 0; k < t.likeSlots.size(); ++k) {
@@ -183,6 +243,7 @@ Prepared Session::Prepare(const std::string& jetSql, bool writable) {
         r = &it->second;
     }
     const Dialect& d = engine_->dialect();
+    p.foldRows = r->foldRows;
     int n = 0;
     for (const Chunk& c : r->chunks) {
         if (c.slot < 0) {
@@ -202,46 +263,88 @@ Prepared Session::Prepare(const std::string& jetSql, bool writable) {
 }
 
 Value Session::Typed(const Value& raw, ColType type) {
+    Value v = raw;
+    TypeInPlace(v, type);
+    return v;
+}
+
+void Session::TypeInPlace(Value& v, ColType type) {
     switch (type) {
         case ColType::Double:
-            if (raw.kind() == Value::Kind::Integer) return Value(static_cast<double>(raw.integer()));
-            return raw;
+            if (v.kind() == Value::Kind::Integer) v = Value(static_cast<double>(v.integer()));
+            return;
         case ColType::Date:
         case ColType::Time:
-            if (raw.kind() == Value::Kind::Text) {
+            if (v.kind() == Value::Kind::Text) {
                 DateTime d;
-                if (fecha::DesdeTextoIso(raw.text(), d)) return Value(d);
-                return raw;
+                if (fecha::DesdeTextoIso(v.text(), d)) v = Value(d);
+            } else if (v.IsNumber()) {
+                v = Value(DateTime{v.number()});
             }
-            if (raw.IsNumber()) return Value(DateTime{raw.number()});
-            return raw;
+            return;
         case ColType::Integer:
         case ColType::Flag:
-            if (raw.kind() == Value::Kind::Double && raw.real() == std::floor(raw.real()) && std::fabs(raw.real()) < 9e15)
-                return Value(static_cast<long long>(raw.real()));
-            return raw;
-        default: return raw;
+            if (v.kind() == Value::Kind::Double && v.real() == std::floor(v.real()) && std::fabs(v.real()) < 9e15)
+                v = Value(static_cast<long long>(v.real()));
+            return;
+        default: return;
     }
 }
 
-Result Session::Run(const std::string& jetSql, bool writable, std::shared_ptr<Translation>* translation) {
-    Prepared p = Prepare(jetSql, writable);
-    const Translation& t = *p.translation;
+void Session::Rethrow(const DbError& e, const std::string& jetSql) {
+    // A date the server's arithmetic took beyond its range: what the runtime
+    // calls an overflow.
+    if (e.EngineCode() == "22008") throw ErrorDesbordamiento();
+    // Name the statement as the program wrote it, not as the engine got it.
+    std::string what = e.what();
+    throw DbError(e.EngineCode(), what.substr(0, what.find(" [")), jetSql);
+}
+
+Result Session::Run(const std::string& jetSql, bool writable, std::shared_ptr<Translation>* translation, bool withNames) {
+    std::shared_ptr<const Prepared> p = Prepare(jetSql, writable);
+    const Translation& t = *p->translation;
     Result r;
     try {
-        r = engine_->Run(p.sql, p.params, t.returnsRows);
+        r = engine_->Run(p->sql, p->params, t.returnsRows);
     } catch (const DbError& e) {
-        // Name the statement as the program wrote it, not as the engine got it.
-        throw DbError(e.EngineCode(), std::string(e.what()).substr(0, std::string(e.what()).find(" [")), jetSql);
+        Rethrow(e, jetSql);
     }
     if (t.returnsRows) {
-        r.names = t.names;
-        r.types = t.types;
+        if (withNames) {
+            r.names = t.names;
+            r.types = t.types;
+        }
+        std::size_t n = t.types.size();
         for (auto& row : r.rows)
-            for (std::size_t c = 0; c < t.types.size() && c < row.size(); ++c) row[c] = Typed(row[c], t.types[c]);
+            for (std::size_t c = 0; c < n && c < row.size(); ++c) TypeInPlace(row[c], t.types[c]);
+        if (p->foldRows) PlegarFilas(r.rows, t.types);
     }
-    if (translation) *translation = p.translation;
+    if (translation) *translation = p->translation;
     return r;
+}
+
+void Session::Each(const std::shared_ptr<const Prepared>& p, const std::string& jetSql, const RowSink& sink) {
+    const Translation& t = *p->translation;
+    std::size_t n = t.types.size();
+    RowSink typed = [&](std::vector<Value>& row) {
+        for (std::size_t c = 0; c < n && c < row.size(); ++c) TypeInPlace(row[c], t.types[c]);
+        sink(row);
+    };
+    if (p->foldRows) {
+        // Folding needs every row: they are held, then handed over.
+        std::vector<std::vector<Value>> rows;
+        Each(std::make_shared<const Prepared>(Prepared{p->translation, p->sql, p->params, false}), jetSql,
+             [&](std::vector<Value>& row) { rows.push_back(std::move(row)); });
+        PlegarFilas(rows, t.types);
+        for (auto& row : rows) sink(row);
+        return;
+    }
+    try {
+        engine_->RunEach(p->sql, p->params, typed);
+    } catch (const DbError& e) {
+        if (e.Statement() != p->sql) throw;  // from the sink: not the engine's
+        Rethrow(e, jetSql);
+    }
 }
 
 }  // namespace tpv::datos

@@ -1,5 +1,7 @@
 #include "core/datos/traductor.hpp"
 
+#include <unordered_set>
+
 #include "core/datos/jet_parser.hpp"
 #include "core/runtime/error.hpp"
 
@@ -115,29 +117,29 @@ bool Reescribir(ExprPtr& e, const TableRef& b, const Expr& claveA, const Expr& c
 // on B becomes "A.k in (select B.k from B where ...)": nothing of B is shown
 // and DISTINCT folds the repeats. Written so, each branch of an OR can use
 // its own index (the bar-code lookup runs on every scan).
-void QuitarUnionInnecesaria(Select& s) {
-    if (!s.distinct || s.from.size() != 1) return;
+bool QuitarUnionInnecesaria(Select& s) {
+    if (!s.distinct || s.from.size() != 1) return false;
     JoinNode& j = *s.from[0];
-    if (j.isTable || j.joinType != "left" || !j.left->isTable || !j.right->isTable) return;
+    if (j.isTable || j.joinType != "left" || !j.left->isTable || !j.right->isTable) return false;
     const TableRef& a = j.left->table;
     const TableRef& b = j.right->table;
-    if (IgualesSinCaso(a.Visible(), b.Visible())) return;
+    if (IgualesSinCaso(a.Visible(), b.Visible())) return false;
     const Expr* on = j.on.get();
-    if (!on || on->kind != ExprKind::Binary || on->op != "=") return;
+    if (!on || on->kind != ExprKind::Binary || on->op != "=") return false;
     const Expr* x = on->args[0].get();
     const Expr* y = on->args[1].get();
-    if (x->kind != ExprKind::Column || y->kind != ExprKind::Column) return;
+    if (x->kind != ExprKind::Column || y->kind != ExprKind::Column) return false;
     if (IgualesSinCaso(x->tableName, b.Visible())) std::swap(x, y);
-    if (!IgualesSinCaso(x->tableName, a.Visible()) || !IgualesSinCaso(y->tableName, b.Visible())) return;
+    if (!IgualesSinCaso(x->tableName, a.Visible()) || !IgualesSinCaso(y->tableName, b.Visible())) return false;
     for (const auto& it : s.items)
-        if (Nombra(it.expr.get(), b.Visible())) return;
+        if (Nombra(it.expr.get(), b.Visible())) return false;
     for (const auto& g : s.groupBy)
-        if (Nombra(g.get(), b.Visible())) return;
+        if (Nombra(g.get(), b.Visible())) return false;
     for (const auto& o : s.orderBy)
-        if (Nombra(o.expr.get(), b.Visible())) return;
-    if (Nombra(s.having.get(), b.Visible())) return;
+        if (Nombra(o.expr.get(), b.Visible())) return false;
+    if (Nombra(s.having.get(), b.Visible())) return false;
     // If some use of B can't be rewritten, nothing changes.
-    if (!SePuedeReescribir(s.where.get(), b.Visible())) return;
+    if (!SePuedeReescribir(s.where.get(), b.Visible())) return false;
     TableRef copiaB = b;
     Reescribir(s.where, copiaB, *x, *y);
     auto soloA = std::make_unique<JoinNode>();
@@ -145,6 +147,7 @@ void QuitarUnionInnecesaria(Select& s) {
     s.from[0] = std::move(soloA);
     s.tables.clear();
     s.tables.push_back(&s.from[0]->table);
+    return true;
 }
 
 
@@ -228,24 +231,48 @@ private:
         }
         if (s.topSlot >= 0) t_.slots[static_cast<std::size_t>(s.topSlot)].inlineInt = true;
 
-        QuitarUnionInnecesaria(s);
+        if (QuitarUnionInnecesaria(s) && top && s.topSlot < 0 && s.orderBy.empty() && s.groupBy.empty() && !s.having) {
+            s.distinctFoldable = true;
+            for (const auto& it : s.items)
+                if (it.expr->kind != ExprKind::Column) s.distinctFoldable = false;
+        }
         if (top) {
-            int expr = 1000;
-            for (auto& it : s.items) {
-                std::string name = it.alias;
-                if (name.empty())
-                    name = it.expr->kind == ExprKind::Column && it.expr->column ? it.expr->column->name
-                                                                                 : "Expr" + std::to_string(expr++);
-                // Two columns of one name (select * over a join): the second is known by its table.
-                for (const auto& n : t_.names)
-                    if (IgualesSinCaso(n, name) && it.expr->kind == ExprKind::Column) name = it.expr->qualifier + "." + name;
-                t_.names.push_back(name);
-                t_.types.push_back(it.expr->type);
-            }
+            NombrarColumnas(s);
             bool single = s.from.size() == 1 && s.from[0]->isTable && !s.distinct && s.groupBy.empty() && !s.having;
             for (auto& it : s.items)
                 if (it.expr->kind == ExprKind::Func && IsAggregate(it.expr->op)) single = false;
             if (single) t_.baseTable = s.tables[0]->info;
+        }
+    }
+
+    // The names of the visible columns. An alias names its column; a column
+    // without one is known by its own name; any other value is Expr1000,
+    // Expr1001... in order. A column whose name an earlier one already took
+    // (select * over a join, or one column asked for twice) is known by its
+    // table, "tabla.Codigo", the table as the statement calls it; if that is
+    // taken too, it gets the next ExprNNNN. Names compare without regard to case.
+    void NombrarColumnas(const Select& s) {
+        int expr = 1000;
+        std::unordered_set<std::string> usados;
+        usados.reserve(s.items.size() * 2);
+        t_.names.reserve(s.items.size());
+        auto siguienteExpr = [&] {
+            std::string n;
+            do n = "Expr" + std::to_string(expr++);
+            while (usados.count(Minusculas(n)));
+            return n;
+        };
+        for (const auto& it : s.items) {
+            bool columna = it.expr->kind == ExprKind::Column && it.expr->column;
+            std::string name = !it.alias.empty() ? it.alias : columna ? it.expr->column->name : siguienteExpr();
+            if (it.alias.empty() && columna && usados.count(Minusculas(name))) {
+                const std::string& tabla = it.expr->qualifier.empty() ? it.expr->tableName : it.expr->qualifier;
+                name = tabla + "." + name;
+                if (usados.count(Minusculas(name))) name = siguienteExpr();
+            }
+            usados.insert(Minusculas(name));
+            t_.names.push_back(std::move(name));
+            t_.types.push_back(it.expr->type);
         }
     }
 
@@ -540,7 +567,8 @@ private:
 
     void WriteSelect(const Select& s, bool writable) {
         Put("SELECT ");
-        if (s.distinct) Put("DISTINCT ");
+        if (s.distinct && s.distinctFoldable && d_.FoldsDistinctLate()) out_.foldRows = true;
+        else if (s.distinct) Put("DISTINCT ");
         bool first = true;
         for (const auto& it : s.items) {
             if (!first) Put(", ");

@@ -25,6 +25,7 @@ struct Chunk {
 
 struct Rendered {
     std::vector<Chunk> chunks;
+    bool foldRows = false;  // DISTINCT left to the session: fold equal rows after reading
 };
 
 // What the translator knows of a statement shape. Shared by every statement
