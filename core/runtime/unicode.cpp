@@ -166,56 +166,94 @@ bool HasLikeWildcard(std::string_view pattern) {
 
 namespace {
 
-bool LikeAt(const std::vector<char32_t>& t, std::size_t ti, const std::vector<char32_t>& p, std::size_t pi) {
-    while (pi < p.size()) {
+// One step of a LIKE pattern: a run of any length (%), one character (_), one
+// character of a set ([a-c], [!x]) or one letter. Every step but % takes
+// exactly one character of the text.
+struct PasoLike {
+    enum Clase { Cualquiera, Uno, Conjunto, Letra } clase;
+    char32_t letra = 0;              // Letra: the letter in lower case
+    bool niega = false;              // Conjunto: [!...]
+    std::size_t desde = 0, hasta = 0;  // Conjunto: its items in the pattern
+};
+
+std::vector<PasoLike> Pasos(const std::vector<char32_t>& p) {
+    std::vector<PasoLike> out;
+    for (std::size_t pi = 0; pi < p.size(); ++pi) {
         char32_t pc = p[pi];
         if (pc == '%') {
-            while (pi < p.size() && p[pi] == '%') ++pi;
-            if (pi == p.size()) return true;
-            for (std::size_t k = ti; k <= t.size(); ++k)
-                if (LikeAt(t, k, p, pi)) return true;
-            return false;
-        }
-        if (ti >= t.size()) return false;
-        if (pc == '_') {
-            ++ti;
-            ++pi;
-            continue;
-        }
-        if (pc == '[') {
-            std::size_t close = pi + 1;
-            while (close < p.size() && p[close] != ']') ++close;
-            if (close < p.size()) {
-                std::size_t k = pi + 1;
-                bool negate = k < close && p[k] == '!';
-                if (negate) ++k;
-                bool hit = false;
-                char32_t c = ToLower(t[ti]);
-                for (; k < close; ++k) {
-                    if (k + 2 < close && p[k + 1] == '-') {
-                        if (c >= ToLower(p[k]) && c <= ToLower(p[k + 2])) hit = true;
-                        k += 2;
-                    } else if (ToLower(p[k]) == c) {
-                        hit = true;
-                    }
-                }
-                if (hit == negate) return false;
-                ++ti;
-                pi = close + 1;
-                continue;
+            if (out.empty() || out.back().clase != PasoLike::Cualquiera) out.push_back({PasoLike::Cualquiera});
+        } else if (pc == '_') {
+            out.push_back({PasoLike::Uno});
+        } else {
+            std::size_t cierre = pi + 1;
+            if (pc == '[')
+                while (cierre < p.size() && p[cierre] != ']') ++cierre;
+            if (pc == '[' && cierre < p.size()) {
+                PasoLike paso{PasoLike::Conjunto};
+                paso.desde = pi + 1;
+                paso.niega = paso.desde < cierre && p[paso.desde] == '!';
+                if (paso.niega) ++paso.desde;
+                paso.hasta = cierre;
+                out.push_back(paso);
+                pi = cierre;
+            } else {
+                PasoLike paso{PasoLike::Letra};
+                paso.letra = ToLower(pc);
+                out.push_back(paso);
             }
         }
-        if (ToLower(pc) != ToLower(t[ti])) return false;
-        ++ti;
-        ++pi;
     }
-    return ti == t.size();
+    return out;
+}
+
+bool CasaUno(const PasoLike& paso, const std::vector<char32_t>& p, char32_t c) {
+    switch (paso.clase) {
+        case PasoLike::Uno: return true;
+        case PasoLike::Letra: return paso.letra == ToLower(c);
+        case PasoLike::Conjunto: {
+            c = ToLower(c);
+            bool dentro = false;
+            for (std::size_t k = paso.desde; k < paso.hasta; ++k) {
+                if (k + 2 < paso.hasta && p[k + 1] == '-') {
+                    if (c >= ToLower(p[k]) && c <= ToLower(p[k + 2])) dentro = true;
+                    k += 2;
+                } else if (ToLower(p[k]) == c) {
+                    dentro = true;
+                }
+            }
+            return dentro != paso.niega;
+        }
+        case PasoLike::Cualquiera: break;
+    }
+    return false;
 }
 
 }  // namespace
 
+// Each step but % takes one character, so a failed try only has to go back to
+// the last % and let it take one more character: the work is bounded by the
+// text's length times the pattern's, whatever the pattern.
 bool Like(std::string_view text, std::string_view pattern) {
-    return LikeAt(Decode(text), 0, Decode(pattern), 0);
+    const std::vector<char32_t> t = Decode(text), p = Decode(pattern);
+    const std::vector<PasoLike> pasos = Pasos(p);
+    const std::size_t npos = static_cast<std::size_t>(-1);
+    std::size_t ti = 0, pi = 0, trasComodin = npos, desdeTexto = 0;
+    while (ti < t.size()) {
+        if (pi < pasos.size() && pasos[pi].clase == PasoLike::Cualquiera) {
+            trasComodin = ++pi;
+            desdeTexto = ti;
+        } else if (pi < pasos.size() && CasaUno(pasos[pi], p, t[ti])) {
+            ++pi;
+            ++ti;
+        } else if (trasComodin != npos) {
+            pi = trasComodin;
+            ti = ++desdeTexto;
+        } else {
+            return false;
+        }
+    }
+    while (pi < pasos.size() && pasos[pi].clase == PasoLike::Cualquiera) ++pi;
+    return pi == pasos.size();
 }
 
 }  // namespace tpv::unicode
