@@ -23,6 +23,10 @@ echo "Resumen de la tienda de demostración ($base):"
   -e "select count(*) as clientes from clientes" \
   -e "select terminal, identificador, empleado from opciones_terminal"
 
+echo
+echo "Otros programas abren la base con la extensión $build/lib/tpvjet.so:"
+echo "  sqlite3 $base  y luego  .load $build/lib/tpvjet"
+
 # The till only starts under the suite's shell: a stand-in plays its part here.
 export TPV_DATABASE="$PWD/$base"
 export TPV_DSN_VELMORA="$PWD/$informes"
