@@ -1,21 +1,31 @@
 #include "core/datos/connection.hpp"
 
+#include <cctype>
+
+#include "core/datos/servidor.hpp"
 #include "core/datos/session.hpp"
 
 namespace tpv {
 
-namespace {
+namespace datos {
 
-bool EsPostgres(const std::string& uri) {
-    return uri.rfind("postgresql://", 0) == 0 || uri.rfind("postgres://", 0) == 0;
+DestinoBase LeerUri(const std::string& uri) {
+    if (servidor::EsUri(uri)) return {true, ""};
+    std::size_t esquema = uri.find("://");
+    bool letras = esquema != std::string::npos && esquema > 0;
+    for (std::size_t i = 0; letras && i < esquema; ++i)
+        letras = std::isalnum(static_cast<unsigned char>(uri[i])) || uri[i] == '+' || uri[i] == '-' || uri[i] == '.';
+    if (letras && uri.rfind("sqlite:", 0) != 0)
+        throw DbError("uri",
+                      "La dirección de la base de datos '" + servidor::SinClave(uri) +
+                          "' no es válida: para un servidor empieza por postgresql://, para un archivo es su ruta.",
+                      "", kErrBaseNoSeAbre);
+    DestinoBase d{false, uri.rfind("sqlite:", 0) == 0 ? uri.substr(7) : uri};
+    if (d.ruta.empty()) throw DbError("uri", "No se ha indicado el archivo de la base de datos.", "", kErrBaseNoSeAbre);
+    return d;
 }
 
-std::string RutaSqlite(const std::string& uri) {
-    if (uri.rfind("sqlite:", 0) == 0) return uri.substr(7);
-    return uri;
-}
-
-}  // namespace
+}  // namespace datos
 
 Connection::Connection() = default;
 Connection::~Connection() = default;
@@ -24,8 +34,9 @@ Connection& Connection::operator=(Connection&&) noexcept = default;
 
 void Connection::Open(const std::string& uri) {
     Close();
+    const datos::DestinoBase destino = datos::LeerUri(uri);
     std::unique_ptr<datos::Engine> engine =
-        EsPostgres(uri) ? datos::OpenPostgres(uri) : datos::OpenSqlite(RutaSqlite(uri), false);
+        destino.servidor ? datos::OpenPostgres(uri) : datos::OpenSqlite(destino.ruta, false);
     s_ = std::make_shared<datos::Session>(std::move(engine));
     uri_ = uri;
 }

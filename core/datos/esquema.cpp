@@ -124,10 +124,11 @@ std::string CarpetaEsquemas() {
 void CrearBaseDeDatos(const std::string& uri, const std::string& schemaFile) {
     SchemaDef schema = LeerEsquema(schemaFile);
     std::unique_ptr<Engine> engine;
-    if (uri.rfind("postgresql://", 0) == 0 || uri.rfind("postgres://", 0) == 0) {
+    const DestinoBase destino = LeerUri(uri);
+    if (destino.servidor) {
         engine = OpenPostgres(uri, true);
     } else {
-        std::string path = uri.rfind("sqlite:", 0) == 0 ? uri.substr(7) : uri;
+        const std::string& path = destino.ruta;
         std::remove(path.c_str());
         std::remove((path + "-wal").c_str());
         std::remove((path + "-shm").c_str());

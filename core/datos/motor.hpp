@@ -80,6 +80,16 @@ public:
     virtual Value KeyAfterUpdate(const Value& key) const { return key; }
 };
 
+// Where a database URI leads: a server ("postgresql://" or "postgres://"), or
+// an SQLite file, given as its path or as "sqlite:PATH". Any other
+// "scheme://" (a mistyped "postgresq://") and an empty path are refused with
+// a DbError, so that a typing mistake never becomes a new folder or file.
+struct DestinoBase {
+    bool servidor = false;
+    std::string ruta;  // the file's path, for SQLite
+};
+DestinoBase LeerUri(const std::string& uri);
+
 std::unique_ptr<Engine> OpenSqlite(const std::string& path, bool create);
 // create: make the database on the server first when it isn't there.
 std::unique_ptr<Engine> OpenPostgres(const std::string& uri, bool create = false);

@@ -2,27 +2,10 @@
 // tills on several machines. Statements arrive translated by the dialect of
 // postgres_dialecto.cpp; here they are prepared once per connection, run with
 // their values as parameters, and their rows read back as the till's values.
+#include "core/datos/fallos.hpp"
 #include "core/datos/motor.hpp"
 #include "core/datos/servidor.hpp"
 #include "core/runtime/error.hpp"
-
-namespace tpv::datos {
-namespace {
-
-// The URI without its password, for messages.
-std::string SinClave(const std::string& uri) {
-    std::size_t inicio = uri.find("://");
-    if (inicio == std::string::npos) return uri;
-    std::size_t arroba = uri.find('@', inicio + 3);
-    std::size_t barra = uri.find('/', inicio + 3);
-    if (arroba == std::string::npos || (barra != std::string::npos && barra < arroba)) return uri;
-    std::size_t dos = uri.find(':', inicio + 3);
-    if (dos == std::string::npos || dos > arroba) return uri;
-    return uri.substr(0, dos) + ":***" + uri.substr(arroba);
-}
-
-}  // namespace
-}  // namespace tpv::datos
 
 #ifdef TPV_WITH_POSTGRESQL
 
@@ -30,9 +13,12 @@ std::string SinClave(const std::string& uri) {
 
 #include <charconv>
 #include <cstdlib>
+#include <mutex>
+#include <optional>
 #include <unordered_map>
 
 #include "core/datos/postgres_dialecto.hpp"
+#include "core/runtime/registro.hpp"
 
 namespace tpv::datos {
 
@@ -68,31 +54,69 @@ std::string SinSaltoFinal(std::string s) {
     return s;
 }
 
+bool Contiene(const std::string& texto, const char* trozo) { return texto.find(trozo) != std::string::npos; }
+
+// A connection refused before any statement: libpq gives no SQLSTATE for it,
+// only the server's words (or its own).
+Fallo FalloAlConectar(PGconn* c, const std::string& mensaje) {
+    if (PQconnectionNeedsPassword(c) || Contiene(mensaje, "authentication failed") ||
+        Contiene(mensaje, "no password supplied") || (Contiene(mensaje, "role \"") && Contiene(mensaje, "does not exist")))
+        return Fallo::Acceso;
+    if (Contiene(mensaje, "database \"") && Contiene(mensaje, "does not exist")) return Fallo::NoSeAbre;
+    if (Contiene(mensaje, "permission denied")) return Fallo::NoSeAbre;
+    return Fallo::SinServidor;
+}
+
+Fallo FalloDeEstado(const std::string& estado) {
+    if (estado == "23505") return Fallo::Repetido;
+    if (estado == "23502") return Fallo::Obligatorio;
+    if (estado.rfind("23", 0) == 0) return Fallo::Regla;
+    if (estado == "28P01" || estado == "28000") return Fallo::Acceso;
+    if (estado.rfind("08", 0) == 0 || estado == "57P01" || estado == "57P02" || estado == "57P03")
+        return Fallo::SinServidor;
+    if (estado == "3D000") return Fallo::NoSeAbre;
+    if (estado == "55P03" || estado == "40P01") return Fallo::Ocupada;
+    if (estado == "25006") return Fallo::SoloLectura;
+    if (estado == "XX001" || estado == "XX002") return Fallo::NoValida;
+    return Fallo::Otro;
+}
+
+// The database a connection reaches, as messages name it (no password).
+std::string NombreBase(PGconn* c) {
+    const char* host = PQhost(c);
+    const char* puerto = PQport(c);
+    const char* db = PQdb(c);
+    return std::string("postgresql://") + (PQuser(c) ? PQuser(c) : "") + "@" + (host ? host : "") +
+           (puerto && *puerto ? std::string(":") + puerto : "") + "/" + (db ? db : "");
+}
+
 ConexionPtr Conectar(const std::string& uri) {
     // A server that doesn't answer is given up in ten seconds, unless the URI says otherwise.
     const char* claves[] = {"connect_timeout", "dbname", "client_encoding", "fallback_application_name", nullptr};
     const char* valores[] = {"10", uri.c_str(), "UTF8", "tpv", nullptr};
     ConexionPtr c(PQconnectdbParams(claves, valores, 1));
     if (!c) throw DbError("08001", "No hay memoria para conectar con la base de datos.", "");
-    if (PQstatus(c.get()) != CONNECTION_OK)
-        throw DbError("08001",
-                      "No se puede conectar con la base de datos '" + SinClave(uri) +
-                          "': " + SinSaltoFinal(PQerrorMessage(c.get())),
-                      "");
+    if (PQstatus(c.get()) != CONNECTION_OK) {
+        const std::string mensaje = SinSaltoFinal(PQerrorMessage(c.get()));
+        throw ErrorDeMotor(FalloAlConectar(c.get(), mensaje), uri, "08001", mensaje, "");
+    }
     PQsetNoticeProcessor(c.get(), [](void*, const char*) {}, nullptr);
     return c;
 }
 
-[[noreturn]] void Fallo(PGconn* c, const PGresult* r, const std::string& sql) {
+[[noreturn]] void Falla(PGconn* c, const PGresult* r, const std::string& sql) {
     const char* estado = r ? PQresultErrorField(r, PG_DIAG_SQLSTATE) : nullptr;
     const char* mensaje = r ? PQresultErrorField(r, PG_DIAG_MESSAGE_PRIMARY) : nullptr;
-    throw DbError(estado ? estado : "08006", mensaje ? mensaje : SinSaltoFinal(PQerrorMessage(c)), sql);
+    // No answer from the server at all: the connection is gone.
+    const std::string codigo = estado ? estado : "08006";
+    throw ErrorDeMotor(FalloDeEstado(codigo), NombreBase(c), codigo,
+                       mensaje ? mensaje : SinSaltoFinal(PQerrorMessage(c)), sql);
 }
 
 ResultadoPtr Comprobar(PGconn* c, PGresult* crudo, const std::string& sql) {
     ResultadoPtr r(crudo);
     ExecStatusType st = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
-    if (st != PGRES_COMMAND_OK && st != PGRES_TUPLES_OK) Fallo(c, r.get(), sql);
+    if (st != PGRES_COMMAND_OK && st != PGRES_TUPLES_OK) Falla(c, r.get(), sql);
     return r;
 }
 
@@ -200,9 +224,41 @@ std::string Nombre(const std::string& real, const std::string& comentario) {
     return !comentario.empty() && IgualesSinCaso(real, comentario) ? comentario : real;
 }
 
+// A write that the server may have committed although its answer never came:
+// the connection broke between the two. The caller got an error; if the write
+// went through anyway (a counter's number spent, a row written) the log says
+// so when a connection to the same database works again. It outlives the
+// engine, as the till may open a new connection after the failure.
+struct EscrituraEnDuda {
+    std::string base;
+    std::string sentencia;
+};
+std::mutex mutexDuda;
+std::optional<EscrituraEnDuda> escrituraEnDuda;
+
+void AnotarEscrituraEnDuda(PGconn* c, const std::string& sql, const std::vector<Parametro>& ps) {
+    std::string texto = sql;
+    for (std::size_t i = 0; i < ps.size(); ++i)
+        texto += (i ? ", $" : " con $") + std::to_string(i + 1) + " = " + (ps[i].nulo ? "NULL" : "'" + ps[i].texto + "'");
+    std::lock_guard<std::mutex> cierre(mutexDuda);
+    escrituraEnDuda = EscrituraEnDuda{NombreBase(c), std::move(texto)};
+}
+
+void AvisarEscrituraEnDuda(PGconn* c) {
+    std::lock_guard<std::mutex> cierre(mutexDuda);
+    if (!escrituraEnDuda || escrituraEnDuda->base != NombreBase(c)) return;
+    Registrar("Vuelve la conexión con la base de datos '" + escrituraEnDuda->base +
+              "'. La escritura en curso cuando se cortó se dio por fallida, pero el servidor pudo hacerla "
+              "(si cambiaba un contador, el número que tenía quedó gastado sin usar): " + escrituraEnDuda->sentencia);
+    escrituraEnDuda.reset();
+}
+
 class PostgresEngine : public Engine {
 public:
-    explicit PostgresEngine(const std::string& uri) : uri_(uri), conn_(Conectar(uri)) { Preparar(); }
+    explicit PostgresEngine(const std::string& uri) : uri_(uri), conn_(Conectar(uri)) {
+        AvisarEscrituraEnDuda(conn_.get());
+        Preparar();
+    }
 
     const Dialect& dialect() const override { return Dialecto(); }
 
@@ -210,7 +266,7 @@ public:
         std::vector<Parametro> ps;
         ps.reserve(params.size());
         for (const Value& v : params) ps.push_back(ParametroDe(v));
-        ResultadoPtr r = Ejecutar(sql, ps);
+        ResultadoPtr r = Ejecutar(sql, ps, !returnsRows);
         return Filas(r.get(), returnsRows);
     }
 
@@ -256,7 +312,7 @@ public:
         if (estado && std::string(estado) == "42P07")
             throw DbError(estado, "La base de datos '" + DefaultDatabase() + "' ya tiene tablas de una tienda: " +
                                       SinSaltoFinal(PQresultErrorField(r.get(), PG_DIAG_MESSAGE_PRIMARY)), "");
-        Fallo(conn_.get(), r.get(), "");
+        Falla(conn_.get(), r.get(), "");
     }
 
     void Begin() override { Simple(conn_.get(), "BEGIN"); }
@@ -284,7 +340,7 @@ public:
         }
         sql += " RETURNING ctid";
         for (const ColumnInfo& c : t.columns) sql += ", " + d.QuoteIdent(c.name);
-        Result r = Filas(Ejecutar(sql, ps).get(), true);
+        Result r = Filas(Ejecutar(sql, ps, true).get(), true);
         if (r.rows.empty()) throw DbError("fila", "No se encuentra la fila recién insertada.", sql);
         return r.rows[0];
     }
@@ -301,7 +357,7 @@ public:
             sql += (i ? ", " : "") + d.QuoteIdent(c.name) + " = $" + std::to_string(ps.size());
         }
         sql += CondicionImagen(t, key, image, ps) + " RETURNING ctid";
-        ResultadoPtr r = Ejecutar(sql, ps);
+        ResultadoPtr r = Ejecutar(sql, ps, true);
         long long n = PQntuples(r.get());
         if (n == 1) {
             movidaDesde_ = key;
@@ -313,7 +369,7 @@ public:
     long long DeleteRow(const TableInfo& t, const Value& key, const std::vector<Value>& image) override {
         std::vector<Parametro> ps;
         std::string sql = "DELETE FROM " + Dialecto().QuoteIdent(t.name) + CondicionImagen(t, key, image, ps);
-        return std::atoll(PQcmdTuples(Ejecutar(sql, ps).get()));
+        return std::atoll(PQcmdTuples(Ejecutar(sql, ps, true).get()));
     }
 
     // Every update leaves a new version of the row in a new place.
@@ -323,8 +379,11 @@ private:
     void Preparar() {
         // Dates in and out as ISO, regional text into a date as day/month;
         // doubles in their shortest exact form.
+        // A row locked by another program is waited for as long as the
+        // embedded engine waits for a locked file, then the statement fails.
         Simple(conn_.get(),
-               "SET DateStyle = 'ISO, DMY'; SET extra_float_digits = 3; SET client_min_messages = warning");
+               "SET DateStyle = 'ISO, DMY'; SET extra_float_digits = 3; SET client_min_messages = warning; "
+               "SET lock_timeout = " + std::to_string(EsperaOcupada().count()));
     }
 
     // The row by its place, and only while it still holds what was read:
@@ -344,14 +403,18 @@ private:
         return s;
     }
 
-    ResultadoPtr Ejecutar(const std::string& sql, const std::vector<Parametro>& ps) {
+    // escribe: the statement changes rows, and commits on its own unless a
+    // transaction is open.
+    ResultadoPtr Ejecutar(const std::string& sql, const std::vector<Parametro>& ps, bool escribe = false) {
         if (PQstatus(conn_.get()) != CONNECTION_OK) {
             // The server went away: one new attempt, with the session set up again.
             PQreset(conn_.get());
             preparadas_.clear();
-            if (PQstatus(conn_.get()) != CONNECTION_OK) Fallo(conn_.get(), nullptr, sql);
+            if (PQstatus(conn_.get()) != CONNECTION_OK) Falla(conn_.get(), nullptr, sql);
+            AvisarEscrituraEnDuda(conn_.get());
             Preparar();
         }
+        const bool seConfirmaSola = escribe && PQtransactionStatus(conn_.get()) == PQTRANS_IDLE;
         std::vector<const char*> valores;
         valores.reserve(ps.size());
         for (const Parametro& p : ps) valores.push_back(p.nulo ? nullptr : p.texto.c_str());
@@ -366,6 +429,7 @@ private:
                 preparadas_.clear();
                 continue;
             }
+            if (seConfirmaSola && PQstatus(conn_.get()) == CONNECTION_BAD) AnotarEscrituraEnDuda(conn_.get(), sql, ps);
             return Comprobar(conn_.get(), r, sql);
         }
     }
@@ -488,7 +552,8 @@ namespace tpv::datos {
 
 namespace {
 [[noreturn]] void SinPostgres(const std::string& uri) {
-    throw DbError("pg", "Este programa se construyó sin PostgreSQL: no puede abrir '" + SinClave(uri) + "'.", "");
+    throw DbError("pg", "Este programa se construyó sin PostgreSQL: no puede abrir '" + servidor::SinClave(uri) + "'.",
+                  "");
 }
 }  // namespace
 

@@ -1,39 +1,29 @@
 // The embedded engine: one SQLite file per shop, shared by the tills of the
-// shop on one machine. WAL journal and a busy timeout let several till
-// processes write the same file without "database is locked" reaching anyone.
+// shop on one machine. WAL journal and a bounded wait let several till
+// processes write the same file without "database is locked" reaching anyone,
+// unless another program holds the file for longer than the wait (10 s in
+// all): then the statement fails and says so.
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <thread>
 #include <unordered_map>
 #include <utility>
 
 #include "core/datos/esquema.hpp"
+#include "core/datos/fallos.hpp"
 #include "core/datos/motor.hpp"
+#include "core/datos/sqlite_jet.hpp"
 #include "core/runtime/error.hpp"
 #include "core/runtime/fecha.hpp"
-#include "core/runtime/unicode.hpp"
+#include "core/runtime/registro.hpp"
 
 namespace tpv::datos {
 
 namespace {
-
-// Text of a number as the runtime joins it to text: decimal comma.
-std::string TextoNumero(double v) {
-    if (v == std::floor(v) && std::fabs(v) < 1e15) {
-        char buf[32];
-        std::snprintf(buf, sizeof buf, "%.0f", v);
-        return buf;
-    }
-    char buf[40];
-    std::snprintf(buf, sizeof buf, "%.15g", v);
-    std::string s = buf;
-    for (char& c : s)
-        if (c == '.') c = ',';
-    return s;
-}
 
 class SqliteDialect : public Dialect {
 public:
@@ -72,38 +62,40 @@ private:
 
 const SqliteDialect kDialect;
 
-int CollateJet(void*, int na, const void* a, int nb, const void* b) {
-    return unicode::CompareText(std::string_view(static_cast<const char*>(a), static_cast<std::size_t>(na)),
-                                std::string_view(static_cast<const char*>(b), static_cast<std::size_t>(nb)));
-}
+using Reloj = std::chrono::steady_clock;
 
-std::string_view ArgText(sqlite3_value* v) {
-    const unsigned char* t = sqlite3_value_text(v);
-    return t ? std::string_view(reinterpret_cast<const char*>(t), static_cast<std::size_t>(sqlite3_value_bytes(v)))
-             : std::string_view();
-}
-
-void FuncLike(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    if (sqlite3_value_type(argv[0]) == SQLITE_NULL || sqlite3_value_type(argv[1]) == SQLITE_NULL) {
-        sqlite3_result_null(ctx);
-        return;
+Fallo FalloDeCodigo(int rc) {
+    switch (rc & 0xFF) {
+        case SQLITE_CANTOPEN:
+        case SQLITE_PERM: return Fallo::NoSeAbre;
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT: return Fallo::NoValida;
+        case SQLITE_BUSY:
+        case SQLITE_LOCKED: return Fallo::Ocupada;
+        case SQLITE_READONLY: return Fallo::SoloLectura;
+        case SQLITE_AUTH: return Fallo::Acceso;
+        case SQLITE_CONSTRAINT:
+            if (rc == SQLITE_CONSTRAINT_UNIQUE || rc == SQLITE_CONSTRAINT_PRIMARYKEY || rc == SQLITE_CONSTRAINT_ROWID)
+                return Fallo::Repetido;
+            if (rc == SQLITE_CONSTRAINT_NOTNULL) return Fallo::Obligatorio;
+            return Fallo::Regla;
+        default: return Fallo::Otro;
     }
-    std::string_view text = ArgText(argv[0]);
-    std::string_view pattern = ArgText(argv[1]);
-    sqlite3_result_int(ctx, unicode::Like(text, pattern) ? 1 : 0);
 }
 
-void FuncText(sqlite3_context* ctx, int, sqlite3_value** argv) {
-    switch (sqlite3_value_type(argv[0])) {
-        case SQLITE_NULL: sqlite3_result_text(ctx, "", 0, SQLITE_STATIC); return;
-        case SQLITE_INTEGER:
-        case SQLITE_FLOAT: {
-            std::string s = TextoNumero(sqlite3_value_double(argv[0]));
-            sqlite3_result_text(ctx, s.c_str(), static_cast<int>(s.size()), SQLITE_TRANSIENT);
-            return;
+// "file:" URI of a path, for the options that only a URI can give.
+std::string UriDeArchivo(const std::string& path) {
+    std::string out = "file:";
+    for (unsigned char c : std::filesystem::absolute(path).string()) {
+        if (c == '%' || c == '?' || c == '#' || c < 0x20) {
+            char buf[4];
+            std::snprintf(buf, sizeof buf, "%%%02X", c);
+            out += buf;
+        } else {
+            out += static_cast<char>(c);
         }
-        default: sqlite3_result_value(ctx, argv[0]);
     }
+    return out;
 }
 
 ColType TypeFromDecl(std::string decl) {
@@ -137,21 +129,24 @@ const char* DeclOf(ColType t) {
 class SqliteEngine : public Engine {
 public:
     SqliteEngine(const std::string& path, bool create) : path_(path) {
-        int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0);
-        int rc = sqlite3_open_v2(path.c_str(), &db_, flags, nullptr);
-        if (rc != SQLITE_OK) {
-            std::string msg = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
-            sqlite3_close(db_);
-            db_ = nullptr;
-            throw DbError(std::to_string(rc), "No se puede abrir la base de datos '" + path + "': " + msg, "");
+        if (path.empty())
+            throw DbError("ruta", "No se ha indicado el archivo de la base de datos.", "", kErrBaseNoSeAbre);
+        std::error_code ec;
+        if (!create && std::filesystem::is_regular_file(path, ec) && std::filesystem::file_size(path, ec) == 0 && !ec)
+            throw ErrorDeMotor(Fallo::NoValida, path, std::to_string(SQLITE_NOTADB), "el archivo está vacío (0 bytes)", "");
+        try {
+            Abrir(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (create ? SQLITE_OPEN_CREATE : 0));
+            if (sqlite3_db_readonly(db_, "main") == 1) {
+                AbrirParaLeer();
+            } else {
+                Simple("PRAGMA journal_mode=WAL");
+                Simple("PRAGMA synchronous=NORMAL");
+            }
+        } catch (...) {
+            // Nothing of a failed open stays behind.
+            sqlite3_close_v2(db_);
+            throw;
         }
-        sqlite3_extended_result_codes(db_, 1);
-        sqlite3_busy_timeout(db_, 15000);
-        sqlite3_create_collation(db_, "JET", SQLITE_UTF8, nullptr, CollateJet);
-        sqlite3_create_function(db_, "jet_like", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, FuncLike, nullptr, nullptr);
-        sqlite3_create_function(db_, "jet_text", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr, FuncText, nullptr, nullptr);
-        Simple("PRAGMA journal_mode=WAL");
-        Simple("PRAGMA synchronous=NORMAL");
     }
 
     ~SqliteEngine() override {
@@ -163,6 +158,7 @@ public:
 
     Result Run(const std::string& sql, const std::vector<Value>& params, bool returnsRows) override {
         const RowSink* sink = std::exchange(sink_, nullptr);  // only this statement's rows go to it
+        Plazo();
         sqlite3_stmt* st = Prepare(sql);
         struct Reset {
             sqlite3_stmt* s;
@@ -177,7 +173,7 @@ public:
         int ncol = sqlite3_column_count(st);
         if (returnsRows)
             for (int c = 0; c < ncol; ++c) r.names.emplace_back(sqlite3_column_name(st, c));
-        for (int attempt = 0;; ++attempt) {
+        for (;;) {
             int rc = sqlite3_step(st);
             if (rc == SQLITE_ROW) {
                 std::vector<Value> row;
@@ -189,7 +185,9 @@ public:
                 continue;
             }
             if (rc == SQLITE_DONE) break;
-            if ((rc & 0xFF) == SQLITE_BUSY && leidas == 0 && attempt < 50) {
+            // A busy answer that the waiting routine didn't see (a snapshot
+            // gone stale, a journal being recovered): the same wait applies.
+            if ((rc & 0xFF) == SQLITE_BUSY && leidas == 0 && Reloj::now() < plazo_) {
                 sqlite3_reset(st);
                 std::this_thread::sleep_for(std::chrono::milliseconds(20));
                 continue;
@@ -304,6 +302,48 @@ public:
     }
 
 private:
+    void Abrir(const std::string& nombre, int flags) {
+        int rc = sqlite3_open_v2(nombre.c_str(), &db_, flags, nullptr);
+        if (rc != SQLITE_OK) {
+            std::string msg = db_ ? sqlite3_errmsg(db_) : sqlite3_errstr(rc);
+            sqlite3_close_v2(db_);
+            db_ = nullptr;
+            throw ErrorDeMotor(FalloDeCodigo(rc), path_, std::to_string(rc), msg, "");
+        }
+        sqlite3_extended_result_codes(db_, 1);
+        sqlite3_busy_handler(db_, Esperar, this);
+        rc = RegistrarFuncionesJet(db_);
+        if (rc != SQLITE_OK) Throw(rc, "");
+    }
+
+    // A file this user may only read: it is read as it is, with no change of
+    // journal. A database in WAL mode needs its shared-memory file beside it;
+    // where the folder can't take one either, it is read as a file that
+    // nobody changes.
+    void AbrirParaLeer() {
+        Registrar("La base de datos '" + path_ + "' se abre solo para leer: este usuario no puede escribir en ella.");
+        char* err = nullptr;
+        int rc = sqlite3_exec(db_, "SELECT count(*) FROM sqlite_master", nullptr, nullptr, &err);
+        sqlite3_free(err);
+        if (rc == SQLITE_OK) return;
+        sqlite3_close_v2(db_);
+        db_ = nullptr;
+        Abrir(UriDeArchivo(path_) + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX);
+    }
+
+    // The one wait for a database held by another program: every busy answer
+    // of a statement counts against the same time.
+    void Plazo() { plazo_ = Reloj::now() + EsperaOcupada(); }
+
+    static int Esperar(void* yo, int veces) {
+        auto* engine = static_cast<SqliteEngine*>(yo);
+        auto queda = engine->plazo_ - Reloj::now();
+        if (queda <= Reloj::duration::zero()) return 0;
+        auto pausa = std::chrono::milliseconds(std::min(1 + veces, 50));
+        std::this_thread::sleep_for(std::min<Reloj::duration>(pausa, queda));
+        return 1;
+    }
+
     static std::string ColumnList(const TableInfo& t) {
         std::string s;
         for (std::size_t i = 0; i < t.columns.size(); ++i) s += (i ? ", " : "") + kDialect.QuoteIdent(t.columns[i].name);
@@ -323,12 +363,13 @@ private:
     }
 
     void Simple(const std::string& sql) {
+        Plazo();
         char* err = nullptr;
         int rc = sqlite3_exec(db_, sql.c_str(), nullptr, nullptr, &err);
         if (rc != SQLITE_OK) {
             std::string msg = err ? err : sqlite3_errstr(rc);
             sqlite3_free(err);
-            throw DbError(std::to_string(rc), msg, sql);
+            throw ErrorDeMotor(FalloDeCodigo(rc), path_, std::to_string(rc), msg, sql);
         }
     }
 
@@ -378,11 +419,12 @@ private:
     }
 
     [[noreturn]] void Throw(int rc, const std::string& sql) {
-        throw DbError(std::to_string(rc), sqlite3_errmsg(db_), sql);
+        throw ErrorDeMotor(FalloDeCodigo(rc), path_, std::to_string(rc), sqlite3_errmsg(db_), sql);
     }
 
     sqlite3* db_ = nullptr;
     std::string path_;
+    Reloj::time_point plazo_{};
     std::unordered_map<std::string, sqlite3_stmt*> cache_;
     const RowSink* sink_ = nullptr;  // set while RunEach runs
 };

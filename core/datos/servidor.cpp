@@ -1,6 +1,7 @@
 #include "core/datos/servidor.hpp"
 
 #include "core/datos/postgres_dialecto.hpp"
+#include "core/datos/tipos.hpp"
 
 namespace tpv::datos::servidor {
 
@@ -32,6 +33,33 @@ int Hex(char c) {
 }  // namespace
 
 bool EsUri(const std::string& uri) { return uri.rfind("postgresql://", 0) == 0 || uri.rfind("postgres://", 0) == 0; }
+
+std::string SinClave(const std::string& uri) {
+    std::size_t inicio = uri.find("://");
+    if (inicio == std::string::npos) return uri;
+    inicio += 3;
+    std::string out = uri;
+    // user:password@host
+    std::size_t finAutoridad = out.find_first_of("/?", inicio);
+    if (finAutoridad == std::string::npos) finAutoridad = out.size();
+    std::size_t arroba = out.rfind('@', finAutoridad);
+    if (arroba != std::string::npos && arroba >= inicio) {
+        std::size_t dos = out.find(':', inicio);
+        if (dos != std::string::npos && dos < arroba) out = out.substr(0, dos + 1) + "***" + out.substr(arroba);
+    }
+    // ?password=... and &password=..., whatever the case of the name
+    std::size_t pregunta = out.find('?');
+    for (std::size_t i = pregunta; i != std::string::npos && i < out.size(); i = out.find('&', i + 1)) {
+        std::size_t nombre = i + 1;
+        std::size_t igual = out.find('=', nombre);
+        std::size_t fin = out.find('&', nombre);
+        if (fin == std::string::npos) fin = out.size();
+        if (igual == std::string::npos || igual > fin) continue;
+        if (!IgualesSinCaso(out.substr(nombre, igual - nombre), "password")) continue;
+        out = out.substr(0, igual + 1) + "***" + out.substr(fin);
+    }
+    return out;
+}
 
 std::string Base(const std::string& uri) {
     std::size_t desde, hasta;

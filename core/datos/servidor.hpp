@@ -11,6 +11,11 @@ namespace tpv::datos::servidor {
 // "postgresql://..." or "postgres://...".
 bool EsUri(const std::string& uri);
 
+// The URI as it may be shown or logged: its password, written either as
+// "user:password@" or as a "password=" option, replaced by "***". Anything
+// that is no server URI comes back as it is.
+std::string SinClave(const std::string& uri);
+
 // The database an URI names, as written there (percent-escapes decoded);
 // "" when the URI names none.
 std::string Base(const std::string& uri);

@@ -296,8 +296,7 @@ void Session::Rethrow(const DbError& e, const std::string& jetSql) {
     // calls an overflow.
     if (e.EngineCode() == "22008") throw ErrorDesbordamiento();
     // Name the statement as the program wrote it, not as the engine got it.
-    std::string what = e.what();
-    throw DbError(e.EngineCode(), what.substr(0, what.find(" [")), jetSql);
+    throw e.ConSentencia(jetSql);
 }
 
 Result Session::Run(const std::string& jetSql, bool writable, std::shared_ptr<Translation>* translation, bool withNames) {

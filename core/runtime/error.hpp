@@ -32,20 +32,46 @@ inline RuntimeError ErrorDesbordamiento() { return RuntimeError(kErrOverflow, "D
 inline RuntimeError ErrorTiposNoCoinciden() { return RuntimeError(kErrTypeMismatch, "No coinciden los tipos"); }
 inline RuntimeError ErrorUsoDeNull() { return RuntimeError(kErrInvalidUse, "Uso no válido de Null"); }
 
-// A failure of the database or of a statement: carries the engine's own code
-// (an SQLite result code, a PostgreSQL SQLSTATE, or the translator's) and the
-// statement as the program wrote it.
+// The database's failures that a technician can act on, one number each,
+// the same on every engine (the numbers the original runtime's database
+// engine gave them). Anything else is kErrDatabase.
+inline constexpr long kErrBaseNoSeAbre = 3024;      // missing file, no permission, unknown database
+inline constexpr long kErrBaseNoValida = 3343;      // not a database, or damaged
+inline constexpr long kErrBaseOcupada = 3218;       // another program holds it locked
+inline constexpr long kErrValorRepetido = 3022;     // a unique index refuses the row
+inline constexpr long kErrValorObligatorio = 3314;  // a required value is missing
+inline constexpr long kErrReglaDeLaBase = 3317;     // another rule of the database refuses it
+inline constexpr long kErrSoloLectura = 3027;       // the database can only be read
+inline constexpr long kErrAcceso = 3029;            // the server refuses user or password
+inline constexpr long kErrSinServidor = 3151;       // no connection to the server, or lost
+
+// A failure of the database or of a statement: its number, a message in
+// Spanish for the user, the engine's own code (an SQLite result code, a
+// PostgreSQL SQLSTATE, or the translator's) and text (the detail, for the
+// log), and the statement as the program wrote it.
 class DbError : public RuntimeError {
 public:
-    DbError(std::string engineCode, const std::string& message, std::string statement)
-        : RuntimeError(kErrDatabase, message + (statement.empty() ? "" : " [" + statement + "]")),
-          engineCode_(std::move(engineCode)), statement_(std::move(statement)) {}
+    DbError(std::string engineCode, const std::string& message, std::string statement, long number = kErrDatabase,
+            std::string detail = "")
+        : RuntimeError(number, message + (statement.empty() ? "" : " [" + statement + "]")),
+          engineCode_(std::move(engineCode)), message_(message), statement_(std::move(statement)),
+          detail_(std::move(detail)) {}
     const std::string& EngineCode() const noexcept { return engineCode_; }
     const std::string& Statement() const noexcept { return statement_; }
+    // The message without the statement.
+    const std::string& Mensaje() const noexcept { return message_; }
+    // What the engine said, as it said it ("" when the message is the whole story).
+    const std::string& Detalle() const noexcept { return detail_; }
+    // The same failure, named by another statement.
+    DbError ConSentencia(std::string statement) const {
+        return DbError(engineCode_, message_, std::move(statement), Number(), detail_);
+    }
 
 private:
     std::string engineCode_;
+    std::string message_;
     std::string statement_;
+    std::string detail_;
 };
 
 }  // namespace tpv

@@ -140,9 +140,9 @@ int main(int argc, char** argv) {
         const double segundos =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count();
         std::printf("Tienda de demostracion para el terminal %s en %s (%.1f s)\n", demo::kTerminal,
-                    a.tienda.c_str(), segundos);
+                    datos::servidor::SinClave(a.tienda).c_str(), segundos);
         Resumen(tienda, esquemaTienda);
-        std::printf("Fuente de informes en %s\n", a.informes.c_str());
+        std::printf("Fuente de informes en %s\n", datos::servidor::SinClave(a.informes).c_str());
         Resumen(informes, esquemaInformes);
     } catch (const DbError& e) {
         // A server database that holds a shop already: the way out is the
