@@ -46,9 +46,21 @@ bool MismoPrograma(const std::string& ejecutable, const std::string& buscado, bo
     return false;
 }
 
+// Reads a /proc file with plain reads: a process may end while we read it, and the
+// stream library would throw on that error (ESRCH) instead of giving what it got.
 std::string LeerArchivo(const std::string& ruta) {
-    std::ifstream f(ruta, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(f), std::istreambuf_iterator<char>());
+    std::string texto;
+    int fd = open(ruta.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return texto;
+    char buf[4096];
+    for (;;) {
+        ssize_t n = read(fd, buf, sizeof buf);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) break;
+        texto.append(buf, static_cast<std::size_t>(n));
+    }
+    close(fd);
+    return texto;
 }
 
 bool EsZombi(const std::string& dirProceso) {
