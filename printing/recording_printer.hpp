@@ -3,17 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "printing/page_device.hpp"
-#include "printing/papel.hpp"
+#include "printing/dispositivo_ticket.hpp"
 
 // A ticket printer that prints nothing: it keeps every call made on it and
 // each finished document as its paper reads. Tests and the scripted runner
 // install it under the names of the shop's printers. It measures and lays
 // out exactly as the real ticket printer does (the device fonts of
-// page_device.hpp).
+// page_device.hpp), and can give the ESC/POS bytes the real one would send.
 namespace tpv {
 
-class RecordingPrinter : public PageDevice {
+class RecordingPrinter : public DispositivoTicket {
 public:
     struct Call {
         std::string what;  // "Print", "PaintPicture", "EndDoc"
@@ -31,12 +30,8 @@ public:
 
     explicit RecordingPrinter(std::string name, std::string driver = "ESC/POS", std::string port = "");
 
-    std::string DeviceName() const override { return name_; }
     std::string DriverName() const override { return driver_; }
-    std::string Port() const override { return port_; }
 
-    double TextWidth(const std::string& text) const override;
-    double TextHeight(const std::string& text) const override;
     void Print(const std::string& text) override;
     void PaintPicture(const std::string& path, double x, double y, double width, double height) override;
     void EndDoc() override;
@@ -44,20 +39,21 @@ public:
     const std::vector<Call>& Calls() const { return calls_; }
     const std::vector<Document>& Documents() const { return documents_; }
     // The paper of the document in progress (not yet ended).
-    std::vector<std::string> PendingPaper() const { return pending_.Lineas(); }
+    std::vector<std::string> PendingPaper() const { return Pendiente().Lineas(); }
     // Called at each EndDoc with the finished document.
     void SetObserver(Observer observer) { observer_ = std::move(observer); }
     // From now on every call fails with error 482, as an unplugged printer.
     void SetFailing(bool failing) { failing_ = failing; }
     void Clear();
 
-private:
-    void Comprobar() const;
+protected:
+    void Entregar(Papel papel) override;
+    void Comprobar() const override;
 
-    std::string name_, driver_, port_;
+private:
+    std::string driver_;
     std::vector<Call> calls_;
     std::vector<Document> documents_;
-    Papel pending_;
     Observer observer_;
     bool failing_ = false;
 };
