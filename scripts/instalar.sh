@@ -9,6 +9,7 @@ paquetes=(
   libpq-dev postgresql postgresql-contrib
   libgtest-dev libgmock-dev libbenchmark-dev
   libcups2-dev libcairo2-dev libpango1.0-dev poppler-utils
+  clang libclang-rt-14-dev
 )
 
 faltan=()
