@@ -3,10 +3,24 @@
 #include <string>
 
 #include "core/servicios/formulario.hpp"
+#include "sale/grid_venta.hpp"
 
 // The open sales of this till: the panel that lists them, bringing one back
 // onto the screen, and what closing asks of a sale.
 namespace tpv {
+
+// Rebuilds the session's PanelVentas from the open sales of this terminal
+// that are neither quotes nor delivery notes: one button each, and one spare
+// empty record at the end. With none, the panel keeps a single empty record.
+// A sale that modifies a closed one shows that one's number under
+// "Modificando " and takes the scheme's highlight colour.
+void CargarPanelVentas();
+
+// Adds the lines of the open sale to the sale grid, in the order the
+// database gives them. A line with no price and no discount comes back as a
+// gift, painted so; a deposit line sets `ventaDinDep`, which is otherwise
+// left as it is.
+void MostrarLineasVenta(std::int32_t numero, Grid& grid, bool& ventaDinDep);
 
 // True when the open sale is modifying a closed one (it has its row in
 // ventasdevolucion).
