@@ -123,8 +123,9 @@ std::string CalcularCarpetaFotosServidor() {
     return Left(fichero, posicion - 1) + "fotos/";
 }
 
-FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones) {
-    // Both guards end the run without a word on screen; the log says why.
+// Both guards end the run without a word on screen; the log says why. Caja
+// here means that the start goes on.
+static FinArranque Guardas(SuiteLauncher& lanzador, const OpcionesArranque& opciones) {
     const std::string bloqueo =
         opciones.nombreBloqueo.empty() ? InstanciaUnica::NombrePorDefecto() : opciones.nombreBloqueo;
     if (!InstanciaDelPrograma().Tomar(bloqueo)) {
@@ -133,12 +134,20 @@ FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones) {
     }
 
     // The till only runs under the suite's shell.
-    SuiteLauncher lanzador;
     const std::string shell = SuiteSettings::Instancia().Leer(kClaveProgramaShell, kProgramaShellPorDefecto);
     if (!lanzador.EstaEjecutandose(shell)) {
         InstanciaDelPrograma().Soltar();
         Registrar("Arranque: el programa principal de la suite ('" + shell + "') no está en marcha; la caja termina.");
         return FinArranque::SinShell;
+    }
+    return FinArranque::Caja;
+}
+
+FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones) {
+    SuiteLauncher lanzador;
+    if (!opciones.sinGuardas) {
+        const FinArranque fin = Guardas(lanzador, opciones);
+        if (fin != FinArranque::Caja) return fin;
     }
 
     Sesion& s = sesion();

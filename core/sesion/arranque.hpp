@@ -25,6 +25,9 @@ struct OpcionesArranque {
     std::string nombreBloqueo;    // "": InstanciaUnica::NombrePorDefecto()
     std::string carpetaPrograma;  // "": the folder of the running executable
     std::optional<DateTime> hoy;  // none: today's date
+    // Neither the single-instance lock nor the shell's check: the scripted
+    // runner plays the shell itself, and several of its runs go side by side.
+    bool sinGuardas = false;
 };
 
 // Settings of the suite that name its sibling programs.
