@@ -7,7 +7,6 @@
 // are comments; "salir" or "exit" ends.
 #include <unistd.h>
 
-#include <charconv>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -18,7 +17,7 @@
 #include "core/datos/esquema.hpp"
 #include "core/datos/recordset.hpp"
 #include "core/datos/servidor.hpp"
-#include "core/runtime/fecha.hpp"
+#include "tools/tpvsql/resultado.hpp"
 
 namespace fs = std::filesystem;
 
@@ -36,44 +35,9 @@ constexpr const char* kUso =
     "nunca sustituye una base que ya existe, salvo con --force, y nunca un\n"
     "archivo que no sea una base de datos.\n";
 
-std::string Invariante(const tpv::Value& v) {
-    switch (v.kind()) {
-        case tpv::Value::Kind::Null: return "NULL";
-        case tpv::Value::Kind::Integer: return std::to_string(v.integer());
-        case tpv::Value::Kind::Double: {
-            char buf[64];
-            auto r = std::to_chars(buf, buf + sizeof buf, v.real());
-            return std::string(buf, r.ptr);
-        }
-        case tpv::Value::Kind::Text: return v.text();
-        case tpv::Value::Kind::Date: return tpv::fecha::ATextoIso(v.date());
-    }
-    return "";
-}
-
-bool DevuelveFilas(const std::string& sql) {
-    std::size_t i = sql.find_first_not_of(" \t\r\n(");
-    if (i == std::string::npos) return false;
-    std::string w = sql.substr(i, 6);
-    for (char& c : w) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-    return w == "select";
-}
-
 bool Ejecutar(tpv::Connection& cn, const std::string& sql) {
     try {
-        if (DevuelveFilas(sql)) {
-            tpv::Recordset rs;
-            rs.Open(sql, cn, tpv::adOpenStatic, tpv::adLockReadOnly);
-            for (int i = 0; i < rs.FieldCount(); ++i) std::cout << (i ? "\t" : "") << rs.FieldName(i);
-            std::cout << "\n";
-            while (!rs.Eof()) {
-                for (int i = 0; i < rs.FieldCount(); ++i) std::cout << (i ? "\t" : "") << Invariante(rs.Fields(i).Value());
-                std::cout << "\n";
-                rs.MoveNext();
-            }
-        } else {
-            std::cout << cn.Execute(sql) << "\n";
-        }
+        tpv::herramientas::EscribirResultado(cn, sql, std::cout);
         std::cout.flush();
         return true;
     } catch (const std::exception& e) {
