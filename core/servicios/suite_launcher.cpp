@@ -78,7 +78,16 @@ bool EsZombi(const std::string& dirProceso) {
 
 }  // namespace
 
+namespace {
+SuiteLauncher::Grabador& GrabadorInstalado() {
+    static SuiteLauncher::Grabador grabador;
+    return grabador;
+}
+}  // namespace
+
 SuiteLauncher::SuiteLauncher() = default;
+
+void SuiteLauncher::FijarGrabador(Grabador grabador) { GrabadorInstalado() = std::move(grabador); }
 
 std::string SuiteLauncher::CarpetaProgramas() {
     std::string carpeta = SuiteSettings::Instancia().Leer("carpeta_programas");
@@ -98,6 +107,10 @@ std::string SuiteLauncher::CarpetaProgramas() {
 }
 
 void SuiteLauncher::Lanzar(const std::string& programa, const std::string& titulo, Connection& conexion) {
+    if (GrabadorInstalado()) {
+        GrabadorInstalado()(programa, titulo);
+        return;
+    }
     if (programa.empty()) ErrorLanzar("", ENOENT);
     const std::string ruta = programa.find('/') != std::string::npos ? programa : CarpetaProgramas() + "/" + programa;
     if (access(ruta.c_str(), X_OK) != 0) ErrorLanzar(ruta, errno);

@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <string>
 
 #include "core/datos/connection.hpp"
@@ -25,6 +26,11 @@ public:
 
     // The folder Lanzar starts programs from, without a trailing "/".
     static std::string CarpetaProgramas();
+
+    // With a recorder installed Lanzar starts nothing and hands it the
+    // program and the title instead (the scripted runner); empty: start.
+    using Grabador = std::function<void(const std::string& programa, const std::string& titulo)>;
+    static void FijarGrabador(Grabador grabador);
 };
 
 }  // namespace tpv
