@@ -131,6 +131,15 @@ void ClientesSqlite(benchmark::State& state, std::string uri) {
 }
 
 #ifdef TPV_WITH_POSTGRESQL
+// The types of the parameters, as the data layer gives them to the server
+// (a bare "-$1" has none the server can choose).
+std::vector<Oid> Tipos(const std::vector<tpv::Value>& params) {
+    std::vector<Oid> tipos;
+    for (const tpv::Value& v : params)
+        tipos.push_back(v.kind() == tpv::Value::Kind::Text ? 25 : v.kind() == tpv::Value::Kind::Integer ? 20 : 701);
+    return tipos;
+}
+
 // One round trip: the translated statement, prepared once on the server.
 void UnaIda(benchmark::State& state, std::string uri, int tipo) {
     tpv::Connection cn;
@@ -138,7 +147,7 @@ void UnaIda(benchmark::State& state, std::string uri, int tipo) {
     std::vector<std::string> codigos = Codigos(cn, tipo);
     auto p = cn.session().Prepare(SentenciaCodigoBarras(codigos.empty() ? "x" : codigos[0]), false);
     PGconn* c = PQconnectdb(uri.c_str());
-    PGresult* r = PQprepare(c, "piso", p->sql.c_str(), 0, nullptr);
+    PGresult* r = PQprepare(c, "piso", p->sql.c_str(), static_cast<int>(p->params.size()), Tipos(p->params).data());
     bool bien = PQresultStatus(r) == PGRES_COMMAND_OK;
     PQclear(r);
     if (!bien || codigos.empty()) {
@@ -160,6 +169,36 @@ void UnaIda(benchmark::State& state, std::string uri, int tipo) {
             for (int k = 0; k < PQnfields(res); ++k) benchmark::DoNotOptimize(PQgetvalue(res, f, k));
         PQclear(res);
     }
+    PQfinish(c);
+}
+
+// The customer list in one round trip, every cell touched.
+void ClientesPostgres(benchmark::State& state, std::string uri) {
+    tpv::Connection cn;
+    cn.Open(uri);
+    auto p = cn.session().Prepare(kSentenciaClientes, false);
+    PGconn* c = PQconnectdb(uri.c_str());
+    std::vector<std::string> textos;
+    for (const tpv::Value& v : p->params) textos.push_back(std::to_string(static_cast<long long>(v.number())));
+    std::vector<const char*> valores;
+    for (const auto& t : textos) valores.push_back(t.c_str());
+    PGresult* r = PQprepare(c, "clientes", p->sql.c_str(), static_cast<int>(p->params.size()), Tipos(p->params).data());
+    bool bien = PQresultStatus(r) == PGRES_COMMAND_OK;
+    PQclear(r);
+    if (!bien) {
+        state.SkipWithError(PQerrorMessage(c));
+        PQfinish(c);
+        return;
+    }
+    int filas = 0;
+    for (auto _ : state) {
+        PGresult* res = PQexecPrepared(c, "clientes", static_cast<int>(valores.size()), valores.data(), nullptr, nullptr, 0);
+        filas = PQntuples(res);
+        for (int f = 0; f < filas; ++f)
+            for (int k = 0; k < PQnfields(res); ++k) benchmark::DoNotOptimize(PQgetvalue(res, f, k));
+        PQclear(res);
+    }
+    state.counters["filas"] = filas;
     PQfinish(c);
 }
 #endif
@@ -184,6 +223,10 @@ void RegistrarPisos(const std::string& uri, const std::string& motor) {
     }
     if (motor == "SQLite")
         benchmark::RegisterBenchmark("Piso/SQLite/clientes", ClientesSqlite, uri)->Unit(benchmark::kMillisecond);
+#ifdef TPV_WITH_POSTGRESQL
+    if (motor == "PostgreSQL")
+        benchmark::RegisterBenchmark("Piso/PostgreSQL/clientes", ClientesPostgres, uri)->Unit(benchmark::kMillisecond);
+#endif
 }
 
 const Banco banco(RegistrarPisos);
