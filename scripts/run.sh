@@ -37,4 +37,4 @@ export TPV_LOG="${TPV_LOG:-$PWD/$demo/tpv.log}"
 touch "$TPV_SUITE_CONF"
 echo
 echo "La caja con el guion $guion:"
-"$build/tools/tpvguion" --base "$base" --informes "$informes" --papel "$demo/papel" "$guion"
+"$build/tools/tpvguion/tpvguion" --base "$base" --informes "$informes" --papel "$demo/papel" "$guion"
