@@ -11,17 +11,6 @@
 
 namespace tpv {
 
-namespace {
-
-// Captions, colours and size of a screen as it opens.
-void PrepararPantalla(Formulario& pantalla, ColourScheme& colores, double anchoDiseno, double altoDiseno) {
-    Sesion& s = sesion();
-    CaptionTranslator::Instancia().Traducir(s.Conexion, pantalla);
-    colores.Colorear(pantalla, s.EsquemaColores, s.Conexion);
-    ScreenFitter::Instancia().Ajustar(s.Conexion, pantalla, s.AnchoPantalla, s.AltoPantalla, anchoDiseno, altoDiseno);
-}
-
-}  // namespace
 
 void frmPrincipalCantarel::Disenar() {
     nombre = "frmPrincipalCantarel";
@@ -96,56 +85,6 @@ void frmEsperar::Form_Load() {
     const long color = CLng(Value(colores.Color2(s.Conexion, s.EsquemaColores)));
     ProgressBar1.foreColor = color;
     ScreenFitter::Instancia().Ajustar(s.Conexion, *this, s.AnchoPantalla, s.AltoPantalla, kAnchoDiseno, kAltoDiseno);
-}
-
-void frmCaja::Disenar() {
-    nombre = "frmCaja";
-    caption = "Caja";
-    width = kAnchoDiseno;
-    height = kAltoDiseno;
-    keyPreview = false;
-    Poner(fr_Padre, "fr_Padre", 0, 0, kAnchoDiseno, kAltoDiseno);
-    Poner(fr_hijo, "fr_hijo", 0, 0, kAnchoDiseno, 9600, "", &fr_Padre);
-    Poner(frTactil, "frTactil", 0, 0, 7680, 9600, "", &fr_Padre);
-    Poner(txtcod, "txtcod", 240, 240, 3600, 480, "", &fr_hijo);
-    txtcod.tabIndex = 0;
-    Poner(txtCodBarras, "txtCodBarras", 240, 240, 3600, 480, "", &frTactil);
-    Poner(FGCaja, "FGCaja", 240, 960, 10800, 6600, "", &fr_hijo);
-    FGCaja.SetCols(17);
-    Poner(lblNumVenta, "lblNumVenta", 11280, 240, 1800, 360, "", &fr_hijo);
-    Poner(lbl_Empleado, "lbl_Empleado", 11280, 720, 3600, 360, "", &fr_hijo);
-    lbl_Empleado.toolTipText = "Empleado que apertura la venta";
-    Poner(lblHora, "lblHora", 13440, 240, 1200, 360, "", &fr_hijo);
-    Poner(lblCodCliente, "lblCodCliente", 11280, 1200, 1200, 360, "0", &fr_hijo);
-    Poner(txtNomCliente, "txtNomCliente", 12600, 1200, 2400, 360, "", &fr_hijo);
-    Poner(lblCodProd, "lblCodProd", 4080, 240, 1200, 360, "", &fr_hijo);
-    Poner(lblnomProd, "lblnomProd", 5400, 240, 5400, 360, "", &fr_hijo);
-    Poner(CajaText_Pago, "CajaText_Pago", 11280, 7200, 3600, 720, "", &fr_hijo);
-    Poner(txtUltProd, "txtUltProd", 240, 7800, 5400, 360, "", &fr_hijo);
-    Poner(txtUltCant, "txtUltCant", 5760, 7800, 1200, 360, "", &fr_hijo);
-    Poner(txtTArticulos, "txtTArticulos", 7080, 7800, 1200, 360, "", &fr_hijo);
-    Poner(Fecha1, "Fecha1", 11280, 1680, 1800, 360, "", &fr_hijo);
-    Poner(cmdNuevaVenta, "cmdNuevaVenta", 240, 9840, 2160, 720, "Nueva Venta <F1>", &fr_Padre);
-    Poner(cmd_CambioEmpleado, "cmd_CambioEmpleado", 2520, 9840, 2160, 720, "Cambiar Empleado <F2>", &fr_Padre);
-    Poner(cmdTerminarVenta, "cmdTerminarVenta", 11280, 8160, 3600, 720, "Terminar Venta <F9>", &fr_hijo);
-    cmdTerminarVenta.visible = false;
-    Poner(cmd_Salir, "cmd_Salir", 14160, 9840, 960, 720, "", &fr_Padre);
-    Poner(tmrHora, "tmrHora", 0, 0, 0, 0);
-    tmrHora.SetInterval(1000);
-    tmrHora.enabled = true;
-    tmrHora.Tick = [this] { lblHora.caption = Format(Value(reloj::Ahora()), "HH:MM"); };
-    cmd_Salir.Click = [this] { Unload(); };
-}
-
-void frmCaja::Form_Load() {
-    Sesion& s = sesion();
-    ColourScheme colores;
-    PrepararPantalla(*this, colores, s.AnchoDiseno, s.AltoDiseno);
-    frTactil.visible = s.opciones.modopantallacaja != 1;
-    lblHora.caption = Format(Value(reloj::Ahora()), "HH:MM");
-    lbl_Empleado.caption = s.NombreEmpleadoActual;
-    txtNomCliente.SetText("Cliente Generico");
-    Fecha1.SetValue(fecha::Hoy());
 }
 
 void PantallasDeArranque::MostrarSeleccionEmpleado() { Unica<frmPrincipalCantarel>().Show(); }

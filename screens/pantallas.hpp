@@ -1,9 +1,10 @@
 #pragma once
 #include "core/sesion/arranque.hpp"
 #include "screens/anfitrion.hpp"
+#include "screens/frm_caja.hpp"
 
 // The screens of the start: the employee selection, the waiting screen and
-// the till screen (its layout; its workings are added to it).
+// the till screen (screens/frm_caja.hpp).
 namespace tpv {
 
 // Design size of every screen, in twips.
@@ -32,21 +33,6 @@ public:
     Label Label2;
     ProgressBar ProgressBar1;
     Timer tmr_barra;
-
-protected:
-    void Disenar() override;
-    void Form_Load() override;
-};
-
-class frmCaja : public Ventana {
-public:
-    Frame fr_Padre, fr_hijo, frTactil;
-    TextBox txtcod, txtCodBarras, CajaText_Pago, txtUltProd, txtUltCant, txtTArticulos, txtNomCliente;
-    Grid FGCaja;
-    Label lblNumVenta, lbl_Empleado, lblHora, lblCodCliente, lblCodProd, lblnomProd;
-    CommandButton cmdTerminarVenta, cmdNuevaVenta, cmd_CambioEmpleado, cmd_Salir;
-    DTPicker Fecha1;
-    Timer tmrHora;
 
 protected:
     void Disenar() override;

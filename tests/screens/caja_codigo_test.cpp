@@ -1,0 +1,228 @@
+// The till screen selling by code: opening, scans with and without the
+// quantity, leading zeros, unknown and shared codes, weighed items, a new
+// sale kept open and resumed, finishing.
+#include "core/runtime/fecha.hpp"
+#include "tests/screens/caja_prueba.hpp"
+
+namespace tpv {
+namespace {
+
+class CajaCodigo : public prueba::CajaTest {};
+
+TEST_P(CajaCodigo, Apertura_EmpleadoFijoYPorSeleccion) {
+    frmCaja& c = Abrir();
+    EXPECT_EQ(c.lbl_Empleado.caption, "Juan Perez Lopez");
+    EXPECT_EQ(c.lblNumVenta.caption, "");
+    EXPECT_EQ(c.txtNomCliente.Text(), "Cliente Generico");
+    EXPECT_EQ(c.lblCodCliente.caption, "0");
+    EXPECT_EQ(c.lblHora.caption, "10:30");
+    EXPECT_TRUE(c.VentaNueva);
+    EXPECT_FALSE(c.frTactil.visible);
+    EXPECT_EQ(c.cmdCambioTactil.caption, "Ventas en modo Tactil");
+    EXPECT_FALSE(c.cmdTerminarVenta.visible);
+    EXPECT_EQ(c.ActiveControl(), &c.txtcod);
+    c.Unload();
+
+    // Through the employee selection: the press names who works.
+    Sesion& s = sesion();
+    s.PanelEmpleados = {{"", "1", "", "Ana Gil", "", "8"}, {"", "2", "", "Luis Sanz", "", "9"}};
+    frmPrincipalCantarel& sel = Unica<frmPrincipalCantarel>();
+    sel.Show();
+    Pulsar(sel.PanelEmpleados, 1);
+    EXPECT_TRUE(c.Cargada());
+    EXPECT_EQ(s.CodigoEmpleadoActual, 9);
+    EXPECT_EQ(c.lbl_Empleado.caption, "Luis Sanz");
+    EXPECT_TRUE(Avisos().empty());
+}
+
+TEST_P(CajaCodigo, VenderPorCodigo_CantidadCerosDesconocidoYDuplicado) {
+    struct Caso {
+        const char* que;
+        bool pedirCantidad, lineaXProducto;
+        const char* codigo;
+        const char* cantidad;  // typed into txtCantidad when it is asked
+        long lineas;           // rows of the sale in the table
+        const char* unidades;  // units of the first grid row
+        const char* nombre;    // lblnomProd afterwards
+        const char* articulos;  // txtTArticulos afterwards
+    } casos[] = {
+        // The articles are counted from the grid as the last product's name
+        // changes; the line routine then adds the quantity to that count.
+        {"sin cantidad", false, false, "8410001", nullptr, 1, "1", "Colonia", "2"},
+        {"con cantidad", true, false, "8410001", "3", 1, "3", "Colonia", "6"},
+        {"una linea por unidad", true, true, "8410001", "3", 3, "1", "Colonia", "4"},
+        {"fraccion en una linea", true, true, "8410001", "2,5", 1, "2,5", "Colonia", "4,5"},
+        {"ceros a la izquierda", false, false, "0007", nullptr, 1, "1", "Jabon", "2"},
+        {"desconocido", false, false, "999", nullptr, 0, "", "Producto no encontrado", "0"},
+        {"duplicado", false, false, "55", nullptr, 0, "", "", "0"},
+        {"letras y signos", false, false, "ab-c$%", nullptr, 0, "", "Producto no encontrado", "0"},
+    };
+    Articulo(5, "8410001", "Colonia", "10");
+    Articulo(6, "7", "Jabon", "2");
+    Articulo(7, "55", "Crema A", "3");
+    Articulo(8, "55", "Crema B", "3");
+    for (const Caso& k : casos) {
+        SCOPED_TRACE(k.que);
+        Sesion& s = sesion();
+        s.PedirCantidad = k.pedirCantidad;
+        s.LineaXProducto = k.lineaXProducto;
+        lineas.clear();
+        frmCaja& c = Abrir();
+        c.cmdNuevaVenta_Click();
+        Escanear(k.codigo);
+        if (k.cantidad) {
+            ASSERT_TRUE(c.txtCantidad.visible);
+            EXPECT_EQ(c.ActiveControl(), &c.txtCantidad);
+            EXPECT_EQ(c.txtCantidad.Text(), "1");
+            Teclear(c.txtCantidad, k.cantidad);
+            Intro(c.txtCantidad);
+            EXPECT_FALSE(c.txtCantidad.visible);
+        }
+        const std::int32_t venta = CLng(Value(c.lblNumVenta.caption.empty() ? "0" : c.lblNumVenta.caption));
+        EXPECT_EQ(LineasDe(venta), k.lineas);
+        EXPECT_EQ(c.FGCaja.TextMatrix(1, kColUnidades), k.unidades);
+        EXPECT_EQ(c.lblnomProd.caption, k.nombre);
+        EXPECT_EQ(c.VentaNueva, k.lineas == 0);
+        EXPECT_EQ(c.cmdTerminarVenta.visible, k.lineas > 0);
+        EXPECT_EQ(c.txtTArticulos.Text(), k.articulos);
+        if (k.lineas > 0) {
+            EXPECT_EQ(c.txtcod.Text(), "0");
+        }
+        if (std::string(k.que) == "duplicado") {
+            ASSERT_EQ(Avisos().size(), 1u);
+            EXPECT_EQ(c.txtcod.Text(), "55");  // the entry keeps the code
+        } else {
+            EXPECT_TRUE(Avisos().empty()) << (Avisos().empty() ? "" : Avisos()[0]);
+        }
+        if (std::string(k.que) == "desconocido") {
+            EXPECT_EQ(c.txtcod.selLength, 3);
+        }
+        c.Unload();
+    }
+}
+
+TEST_P(CajaCodigo, Peso_PorPrecioDelKiloYPorTotal) {
+    Articulo(9, "2000009", "Queso", "12", 1, 1, true);
+    frmCaja& c = Abrir();
+    EXPECT_TRUE(c.optPXKilo.Value());
+    Escanear("2000009");
+    ASSERT_TRUE(c.frVentaPeso.visible);
+    EXPECT_EQ(c.ActiveControl(), &c.txtPeso);
+    EXPECT_EQ(c.txtPrecio.Text(), "12,00");
+    Teclear(c.txtPeso, "0,250");
+    Intro(c.txtPeso);
+    EXPECT_EQ(c.ActiveControl(), &c.txtPrecio);
+    Intro(c.txtPrecio);
+    EXPECT_FALSE(c.frVentaPeso.visible);
+    EXPECT_EQ(c.FGCaja.TextMatrix(1, kColImporte), "3");
+    EXPECT_EQ(c.FGCaja.TextMatrix(1, kColUnidades), "0,25");
+
+    // The amount on the scale's label: the price entered is the line's total;
+    // and the choice is stored.
+    Escanear("2000009");
+    Clic(c.optPTotal);
+    EXPECT_EQ(Clave("PedirPrecioTotal"), "SI");
+    EXPECT_EQ(c.txtPrecio.Text(), "0,00");
+    Teclear(c.txtPeso, "0,5");
+    Intro(c.txtPeso);
+    Teclear(c.txtPrecio, "4,75");
+    Intro(c.txtPrecio);
+    EXPECT_EQ(c.FGCaja.TextMatrix(2, kColImporte), "4,75");
+    EXPECT_EQ(LineasDe(CLng(Value(c.lblNumVenta.caption))), 2);
+    EXPECT_EQ(c.txtTArticulos.Text(), "2");  // a weighing counts as one
+    EXPECT_TRUE(Avisos().empty());
+}
+
+TEST_P(CajaCodigo, NuevaVenta_QuedaAbiertaYSeReanudaDesdeElPanel) {
+    Articulo(5, "8410001", "Colonia", "10");
+    Articulo(6, "8410002", "Jabon", "2");
+    frmCaja& c = Abrir();
+    Escanear("8410001");
+    const std::string primera = c.lblNumVenta.caption;
+    TeclaFuncion(c.txtcod, 1);  // F1
+    EXPECT_EQ(c.lblNumVenta.caption, "");
+    EXPECT_EQ(c.FGCaja.TextMatrix(1, 0), "");
+    EXPECT_EQ(c.CajaText_Pago.Text(), "");
+    Escanear("8410002");
+    Escanear("8410002");
+    const std::string segunda = c.lblNumVenta.caption;
+    EXPECT_NE(primera, segunda);
+    EXPECT_EQ(c.CajaText_Pago.Text(), "4,00");
+
+    TeclaFuncion(c.txtcod, 3);  // F3: the open sales
+    ASSERT_TRUE(c.fr_Ventas.visible);
+    EXPECT_FALSE(c.fr_hijo.enabled);
+    EXPECT_EQ(c.lblVentasAbiertas.caption, "Tiene 2 ventas Abiertas -> Pulse Aqui para Eliminarlas");
+    const long boton = c.PanelVentas.BuscarCodigo(primera);
+    ASSERT_GE(boton, 0);
+    Pulsar(c.PanelVentas, static_cast<std::size_t>(boton));
+    EXPECT_FALSE(c.fr_Ventas.visible);
+    EXPECT_TRUE(c.fr_hijo.enabled);
+    EXPECT_EQ(c.lblNumVenta.caption, primera);
+    EXPECT_EQ(c.FGCaja.TextMatrix(1, 0), "Colonia");
+    EXPECT_EQ(c.CajaText_Pago.Text(), "10,00");
+    // Selling goes on into the resumed sale.
+    Escanear("8410002");
+    EXPECT_EQ(c.lblNumVenta.caption, primera);
+    EXPECT_EQ(LineasDe(CLng(Value(primera))), 2);
+    EXPECT_TRUE(Avisos().empty());
+}
+
+TEST_P(CajaCodigo, TerminarVenta_GridVaciaFechaCambiadaCobradaYSinCobrar) {
+    Articulo(5, "8410001", "Colonia", "10");
+    frmCaja& c = Abrir();
+    int cobros = 0;
+    bool cobrar = false;
+    c.MostrarCobro = [&] {
+        ++cobros;
+        EXPECT_FALSE(c.cmdTerminarVenta.enabled);
+        c.VentaCobrada = cobrar;
+        c.txtTotal_U_V.SetText("10,00");
+    };
+    TeclaFuncion(c.txtcod, 9);  // F9 with nothing sold
+    EXPECT_EQ(cobros, 0);
+
+    Escanear("8410001");
+    TeclaFuncion(c.txtcod, 9);  // left without paying: the sale stays
+    EXPECT_EQ(cobros, 1);
+    EXPECT_TRUE(c.cmdTerminarVenta.enabled);
+    EXPECT_FALSE(c.VentaNueva);
+    EXPECT_EQ(c.FGCaja.TextMatrix(1, 0), "Colonia");
+
+    c.Fecha1.SetValue(DateTime{fecha::Hoy().serial - 1});
+    anfitrion.respuestas.push_back(vbNo);
+    TeclaFuncion(c.txtcod, 9);
+    EXPECT_EQ(cobros, 1);
+    ASSERT_EQ(Avisos().size(), 1u);
+    EXPECT_TRUE(Avisos()[0].starts_with("MENSAJE [Venta con fecha cambiada] El programa detecta que la fecha "
+                                        "seleccionada corresponde a otro dia.\\n¿Está seguro que quiere guardar "
+                                        "esta venta con fecha de 14/11/2026?"));
+
+    c.Fecha1.SetValue(fecha::Hoy());
+    cobrar = true;
+    Clic(c.cmdTerminarVenta);
+    EXPECT_EQ(cobros, 2);
+    EXPECT_TRUE(c.VentaNueva);
+    EXPECT_EQ(c.lblNumVenta.caption, "");
+    EXPECT_TRUE(c.frUltimaVenta.visible);
+    EXPECT_EQ(c.txtTotal_U_V.Text(), "10,00");
+    // The next key hides the last sale's figures.
+    Teclear(c.txtcod, "8");
+    EXPECT_FALSE(c.frUltimaVenta.visible);
+}
+
+TEST_P(CajaCodigo, EmpleadoMenosUno_CambiaDeEmpleadoSinVender) {
+    Articulo(5, "8410001", "Colonia", "10");
+    frmCaja& c = Abrir();
+    sesion().CodigoEmpleadoActual = -1;
+    Escanear("8410001");
+    EXPECT_FALSE(c.Cargada());
+    EXPECT_TRUE(Unica<frmPrincipalCantarel>().Cargada());
+    EXPECT_EQ(CLng(Valor("select count(*) from cabecera_factura_temp")), 0);
+    EXPECT_EQ(CLng(Valor("select count(*) from detalle_factura_temp")), 0);
+}
+
+TPV_EN_CADA_MOTOR(CajaCodigo);
+
+}  // namespace
+}  // namespace tpv
