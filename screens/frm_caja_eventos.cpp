@@ -12,6 +12,7 @@
 #include "core/servicios/zoom_panel.hpp"
 #include "core/sesion/configuracion.hpp"
 #include "core/sesion/sesion.hpp"
+#include "printing/cajon.hpp"
 #include "screens/colores.hpp"
 #include "screens/frm_caja.hpp"
 #include "screens/pantallas.hpp"
@@ -60,6 +61,7 @@ void frmCaja::Conectar() {
     cmdTerminarVenta.Click = [this] { cmdTerminarVenta_Click(); };
     cmdTerminarVenta_Tactil.Click = [this] { cmdTerminarVenta_Click(); };
     cmd_Salir.Click = [this] { Unload(); };
+    cmdAbrirCajetin.Click = [] { AbrirCajon(); };
     Picture1.Click = [this] { Picture1_Click(); };
     cmdObservaciones.Click = [this] {
         frUltimaVenta.visible = false;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/sesion/paneles.hpp"
+#include "printing/cajon.hpp"
 #include "screens/pantallas.hpp"
 #include "tests/sale/venta_prueba.hpp"
 
@@ -34,12 +35,16 @@ protected:
         s.DiasCaducidadValeDescuento = 15;
         s.ClaveTerminal = "PC1";
         s.ColoresGenericos = {"101", "102", "103", "104"};
+        FijarEscritorPuerto([this](const std::string& puerto, const std::vector<std::uint8_t>& bytes) {
+            cajon.emplace_back(puerto, bytes);
+        });
     }
 
     void TearDown() override {
         Unica<frmCaja>().Unload();
         Unica<frmCaja>().MostrarCobro = nullptr;
         Unica<frmPrincipalCantarel>().Unload();
+        FijarEscritorPuerto(nullptr);
         FijarAnfitrion(nullptr);
         FijarMensajes(nullptr);
         VentaTest::TearDown();
@@ -107,6 +112,7 @@ protected:
 
     AnfitrionSinPantalla anfitrion;
     std::vector<std::string> lineas;
+    std::vector<std::pair<std::string, std::vector<std::uint8_t>>> cajon;  // what reached the drawer's port
 };
 
 }  // namespace tpv::prueba

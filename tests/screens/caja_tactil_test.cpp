@@ -204,6 +204,17 @@ TEST_P(CajaTactil, CambioDeModo_GuardaElModoYReleePedirCantidad) {
     EXPECT_EQ(c.ActiveControl(), &c.txtcod);
 }
 
+TEST_P(CajaTactil, AbrirCajetin_SecuenciaAlPuerto) {
+    Sesion& s = sesion();
+    s.PuertoImpresora = "COM1";
+    s.SecuenciaApertura = "27|112|0|25|250";
+    frmCaja& c = Abrir();
+    Clic(c.cmdAbrirCajetin);
+    ASSERT_EQ(cajon.size(), 1u);
+    EXPECT_EQ(cajon[0].first, "COM1");
+    EXPECT_EQ(cajon[0].second, (std::vector<std::uint8_t>{27, 112, 0, 25, 250, 13, 10}));
+}
+
 TEST_P(CajaTactil, Temporizadores_HoraEtiquetaMovilYAyuda) {
     frmCaja& c = Abrir();
     anfitrion.Avanzar(5 * 60 * 1000);
