@@ -63,6 +63,14 @@ void frmCaja::Conectar() {
     cmd_Salir.Click = [this] { Unload(); };
     cmdAbrirCajetin.Click = [] { AbrirCajon(); };
     Picture1.Click = [this] { Picture1_Click(); };
+    // The product's picture, enlarged for a few seconds.
+    picImagen.Click = [this] {
+        if (picImagen.picture.empty()) return;
+        imgProdZoom.picture = picImagen.picture;
+        frImagen.visible = true;
+        ticksImagen_ = 0;
+        tmrQuitarImg.SetEnabled(true);
+    };
     cmdObservaciones.Click = [this] {
         frUltimaVenta.visible = false;
         frOpcionesCaja.visible = true;

@@ -237,6 +237,17 @@ TEST_P(CajaTactil, Temporizadores_HoraEtiquetaMovilYAyuda) {
     anfitrion.Avanzar(10);
     EXPECT_FALSE(c.tmrMovModificacion.Enabled());  // idle while the label is hidden
 
+    // The enlarged picture goes after five seconds.
+    c.picImagen.visible = true;
+    c.picImagen.picture = "/fotos/colonia.jpg";
+    Clic(c.picImagen);
+    EXPECT_TRUE(c.frImagen.visible);
+    EXPECT_EQ(c.imgProdZoom.picture, "/fotos/colonia.jpg");
+    anfitrion.Avanzar(4500);
+    EXPECT_TRUE(c.frImagen.visible);
+    anfitrion.Avanzar(500);
+    EXPECT_FALSE(c.frImagen.visible);
+
     Clic(c.cmdAyuda);
     EXPECT_TRUE(c.Open1.pagina.ends_with("/ayudas/caja1.html"));
     EXPECT_TRUE(std::filesystem::exists(c.Open1.pagina)) << c.Open1.pagina;
