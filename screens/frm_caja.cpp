@@ -442,8 +442,9 @@ void frmCaja::mostrarVenta(std::int32_t numero) {
         tmrMovModificacion.SetEnabled(true);
         lblModificacion.visible = true;
     }
-    VentaNueva = FGCaja.TextMatrix(1, 0).empty();
-    MostrarTerminar(!VentaNueva);
+    // The sale on the screen is open: the next item goes into it.
+    VentaNueva = false;
+    MostrarTerminar(!FGCaja.TextMatrix(1, 0).empty());
     contarNumArticulos();
 }
 
