@@ -67,8 +67,9 @@ void TeclaALineaEnPantalla(benchmark::State& state, std::string uri, bool nueva)
     std::mt19937 rng(11);
     for (auto _ : state) {
         const std::size_t i = nueva ? 50 + rng() % (codigos.size() - 50) : rng() % 50;
+        const long antes = caja.FGCaja.Rows();
         Teclear(anfitrion, caja.txtcod, codigos[i]);
-        if (nueva) {
+        if (nueva && caja.FGCaja.Rows() > antes) {
             state.PauseTiming();
             const long fila = caja.FGCaja.Rows() - 1;
             s.Conexion.Execute("delete * from detalle_factura_temp where num_factura = " + numero +
