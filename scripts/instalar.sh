@@ -10,6 +10,7 @@ paquetes=(
   libgtest-dev libgmock-dev libbenchmark-dev
   libcups2-dev libcairo2-dev libpango1.0-dev poppler-utils
   clang libclang-rt-14-dev
+  qt6-base-dev xvfb xauth fonts-dejavu-core
 )
 
 faltan=()

@@ -15,9 +15,27 @@ cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Debug -DTPV_SANITIZE=ON -DTPV_BENCHMAR
 cmake --build "$build" -j"$(nproc)"
 
 pgdir=""
+xvfb=""
+limpiar() {
+  [ -n "$pgdir" ] && "$raiz/scripts/pg_cluster.sh" stop "$pgdir"
+  [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null
+  return 0
+}
+trap limpiar EXIT
+
+# The windows' tests draw on one virtual display started here for the whole
+# run (without one they fall back to Qt's offscreen platform).
+if [ -z "${DISPLAY:-}" ] && command -v Xvfb >/dev/null; then
+  numero=$(mktemp /tmp/tpv-xvfb.XXXXXX)
+  Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$numero" >/dev/null 2>&1 &
+  xvfb=$!
+  for _ in $(seq 100); do [ -s "$numero" ] && break; sleep 0.05; done
+  if [ -s "$numero" ]; then export DISPLAY=":$(head -n1 "$numero")"; fi
+  rm -f "$numero"
+fi
+
 if [ -z "${TPV_PG_URI:-}" ]; then
   pgdir=$(mktemp -d /tmp/tpv-pg.XXXXXX)
-  trap '"$raiz/scripts/pg_cluster.sh" stop "$pgdir"' EXIT
   port=$((20000 + RANDOM % 20000))
   if uri=$(scripts/pg_cluster.sh start "$pgdir" "$port"); then
     export TPV_PG_URI="$uri"
