@@ -49,6 +49,8 @@ export ASAN_OPTIONS=${ASAN_OPTIONS:-detect_leaks=1}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
 cd "$build"
 ctest --output-on-failure -j"$(nproc)"
+# The display is no longer needed.
+if [ -n "$xvfb" ]; then kill "$xvfb" 2>/dev/null || true; xvfb=""; fi
 
 # The fuzz targets of the data layer (tests/fuzz): their checked-in cases ran
 # above with the tests; with clang's libFuzzer each also runs for a short,
