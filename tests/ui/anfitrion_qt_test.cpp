@@ -222,6 +222,12 @@ TEST_F(VentanaTest, ModeloYVentanaVanAlPasoEnLosDosSentidos) {
     QTest::mouseClick(boton, Qt::LeftButton);
     EXPECT_EQ(m.eventos.back(), "Pulsado " + std::to_string(101 + porPagina));
 
+    // A smaller window scales every control; a button keeps 48 pixels.
+    vista.resize(400, 300);
+    EXPECT_EQ(cerrar->geometry().center().y(), 279);  // centred on the 24 pixels it had
+    EXPECT_EQ(cerrar->geometry().height(), 48);
+    EXPECT_EQ(rejilla->geometry(), QRect(8, 48, 200, 80));
+
     // A hidden control hides its widget; clicking the box goes to the model.
     anfitrion->Ejecutar([&] { m.txt2.visible = false; });
     EXPECT_FALSE(txt2->isVisible());
@@ -264,6 +270,11 @@ TEST_F(VentanaTest, TeclasYClicsSonLosEventosDelModeloEnSuOrden) {
     QTest::mouseClick(Widget<QPushButton>("frmMostrador", "cmdCerrar"), Qt::LeftButton);
     EXPECT_FALSE(m.Cargada());
     EXPECT_EQ(anfitrion->Vista("frmMostrador"), nullptr);
+
+    // Closing the window unloads the screen.
+    m.Show();
+    Vista("frmMostrador").close();
+    EXPECT_FALSE(m.Cargada());
 }
 
 TEST_F(VentanaTest, PantallaModalEsperaHastaQueSeDescarga) {
