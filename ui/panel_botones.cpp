@@ -107,9 +107,15 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                 const double paso = c.TamanoBoton + c.Separacion;
                 const int columnas = paso > 0 ? std::max(1, static_cast<int>((c.width - c.Separacion) / paso)) : 1;
                 const int filas = std::max(1, porPagina / columnas);
-                const int lado = std::max(48, static_cast<int>(std::lround(c.TamanoBoton * std::min(fx, fy))));
+                int lado = std::max(48, static_cast<int>(std::lround(c.TamanoBoton * std::min(fx, fy))));
                 const int hueco = static_cast<int>(std::lround(c.Separacion * std::min(fx, fy)));
-                const int letra = std::clamp(lado / 9, 13, 20);
+                // With more than one page and no room for the page turners
+                // below or beside the grid, the buttons narrow to make it.
+                constexpr int kPasador = 56;
+                if (c.Paginas() > 1 && w->height() - (hueco + filas * (lado + hueco)) < 48 &&
+                    w->width() - (hueco + columnas * (lado + hueco)) < 2 * kPasador)
+                    lado = std::max(48, (w->width() - 2 * kPasador - hueco) / columnas - hueco);
+                const int letra = std::clamp(lado / 6, 11, 20);
                 const std::size_t primero = static_cast<std::size_t>(c.Pagina()) * static_cast<std::size_t>(porPagina);
                 for (std::size_t i = primero; i < c.Botones().size() && i < primero + static_cast<std::size_t>(porPagina); ++i) {
                     const ButtonRecord& r = c.Botones()[i];
@@ -121,7 +127,8 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                     const bool conFoto = !r.Imagen.empty() && QFileInfo(Q(r.Imagen)).isFile() && foto.load(Q(r.Imagen));
                     const int lineas = conFoto ? 2 : 4;
                     QString texto = PartirEnLineas(Q(r.Texto), b->font(), lado - 12, lineas);
-                    if (!r.TextoSuperior.empty()) texto = Q(r.TextoSuperior) + '\n' + texto;
+                    if (!r.TextoSuperior.empty())
+                        texto = QFontMetrics(b->font()).elidedText(Q(r.TextoSuperior), Qt::ElideRight, lado - 12) + '\n' + texto;
                     b->setText(texto);
                     if (conFoto) {
                         b->setIcon(QIcon(foto));
@@ -141,26 +148,26 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                     const int libreAbajo = w->height() - usadoAlto, libreDerecha = w->width() - usadoAncho;
                     QRect zona;
                     if (libreAbajo >= 48) zona = QRect(0, usadoAlto, w->width(), libreAbajo);
-                    else if (libreDerecha >= 64) zona = QRect(usadoAncho, 0, libreDerecha, w->height());
-                    else zona = QRect(w->width() - 200, w->height() - 60, 200, 60);
-                    const bool horizontal = zona.width() >= zona.height();
+                    else zona = QRect(usadoAncho, 0, std::max(libreDerecha, 2 * kPasador), std::min(w->height(), lado + 2 * hueco));
+                    const bool horizontal = zona.width() >= zona.height() || zona.height() < 2 * kPasador;
+                    const bool estrechos = (horizontal ? zona.width() / 2 : zona.width()) < 150;
                     const QColor gris(0xc9, 0xd3, 0xe0);
                     struct Pasador {
-                        QString texto, nombre;
+                        QString texto, corto, nombre;
                         bool activo;
                         bool siguiente;
                     };
                     const Pasador pasadores[] = {
-                        {QStringLiteral("◀ Anterior"), QStringLiteral("paginaAnterior"), c.Pagina() > 0, false},
-                        {QStringLiteral("Siguiente ▶"), QStringLiteral("paginaSiguiente"), c.Pagina() + 1 < c.Paginas(), true}};
+                        {QStringLiteral("◀ Anterior"), QStringLiteral("◀"), QStringLiteral("paginaAnterior"), c.Pagina() > 0, false},
+                        {QStringLiteral("Siguiente ▶"), QStringLiteral("▶"), QStringLiteral("paginaSiguiente"), c.Pagina() + 1 < c.Paginas(), true}};
                     int k = 0;
                     for (const Pasador& p : pasadores) {
-                        QToolButton* b = NuevoBoton(w, p.texto, gris, 16);
+                        QToolButton* b = NuevoBoton(w, estrechos ? p.corto : p.texto, gris, 16);
                         b->setObjectName(p.nombre);
                         b->setToolButtonStyle(Qt::ToolButtonTextOnly);
                         b->setEnabled(p.activo);
                         if (horizontal) {
-                            const int ancho = std::min(180, zona.width() / 2 - 8);
+                            const int ancho = std::max(48, std::min(180, zona.width() / 2 - 8));
                             b->setGeometry(zona.right() - (2 - k) * (ancho + 8), zona.top() + 4, ancho, std::max(48, zona.height() - 8));
                         } else {
                             const int alto = std::min(120, zona.height() / 2 - 8);

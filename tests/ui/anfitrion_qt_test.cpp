@@ -53,7 +53,7 @@ protected:
         chk.tabIndex = 2;
         Poner(rejilla, "rejilla", 240, 1440, 6000, 2400);
         rejilla.tabIndex = 3;
-        Poner(panel, "panel", 6480, 1440, 5280, 5400);
+        Poner(panel, "panel", 6480, 1440, 5280, 6240);
         panel.tabIndex = 4;
         panel.TamanoBoton = 1200;
         panel.Separacion = 120;

@@ -24,12 +24,6 @@
 
 extern char** environ;
 
-// Qt, fontconfig and the X libraries keep caches for the life of the process.
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libfontconfig\nleak:libQt6Gui\nleak:libQt6Core\nleak:libQt6Widgets\nleak:libQt6XcbQpa\n"
-           "leak:libxcb\nleak:libX11\nleak:libdbus\nleak:libglib\n";
-}
-
 namespace tpv::prueba {
 
 namespace {
