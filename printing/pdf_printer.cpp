@@ -5,6 +5,8 @@
 #include <pango/pangocairo.h>
 
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <vector>
 
 #include "core/runtime/unicode.hpp"
@@ -144,6 +146,46 @@ void PdfPrinter::PaintPicture(const std::string& path, double x, double y, doubl
     cairo_mask_surface(cr, mascara, 0, 0);
     cairo_restore(cr);
     cairo_surface_destroy(mascara);
+}
+
+void PdfPrinter::Line(double x1, double y1, double x2, double y2, double grosor, double gris) {
+    cairo_t* cr = Doc().cr;
+    cairo_save(cr);
+    cairo_set_source_rgb(cr, gris, gris, gris);
+    cairo_set_line_width(cr, grosor / kTwipsPorPuntoPdf);
+    cairo_move_to(cr, (kMargen + x1) / kTwipsPorPuntoPdf, (kMargen + y1) / kTwipsPorPuntoPdf);
+    cairo_line_to(cr, (kMargen + x2) / kTwipsPorPuntoPdf, (kMargen + y2) / kTwipsPorPuntoPdf);
+    cairo_stroke(cr);
+    cairo_restore(cr);
+}
+
+void PdfPrinter::FillBox(double x, double y, double width, double height, double gris) {
+    cairo_t* cr = Doc().cr;
+    cairo_save(cr);
+    cairo_set_source_rgb(cr, gris, gris, gris);
+    cairo_rectangle(cr, (kMargen + x) / kTwipsPorPuntoPdf, (kMargen + y) / kTwipsPorPuntoPdf,
+                    width / kTwipsPorPuntoPdf, height / kTwipsPorPuntoPdf);
+    cairo_fill(cr);
+    cairo_restore(cr);
+}
+
+void PdfPrinter::SaveAs(const std::string& ruta) {
+    CurrentX = 0;
+    CurrentY = 0;
+    std::unique_ptr<Documento> doc = std::move(doc_);
+    if (!doc) doc = std::make_unique<Documento>();
+    cairo_surface_finish(doc->superficie);
+    const std::string temporal = ruta + ".tmp";
+    std::ofstream f(temporal, std::ios::binary | std::ios::trunc);
+    f.write(reinterpret_cast<const char*>(doc->bytes.data()), static_cast<std::streamsize>(doc->bytes.size()));
+    f.close();
+    std::error_code ec;
+    if (f) std::filesystem::rename(temporal, ruta, ec);
+    if (!f || ec) {
+        std::filesystem::remove(temporal, ec);
+        throw ErrorImpresora(ruta + ": no se puede escribir");
+    }
+    ultimoFichero_ = ruta;
 }
 
 void PdfPrinter::EndDoc() {

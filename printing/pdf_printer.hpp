@@ -27,6 +27,13 @@ public:
 
     // Draws a new page: what prints below the page's foot goes on the next.
     void NewPage();
+    // A straight line of `grosor` twips, grey level 0 (black) to 1 (white).
+    void Line(double x1, double y1, double x2, double y2, double grosor = 10, double gris = 0);
+    // A box filled in a grey level.
+    void FillBox(double x, double y, double width, double height, double gris);
+    // Ends the document and writes it to the file `ruta`, replacing it,
+    // instead of sending it to the printer's destination.
+    void SaveAs(const std::string& ruta);
     // The file the last document was saved in, when the destination saves.
     const std::string& LastFile() const { return ultimoFichero_; }
 
