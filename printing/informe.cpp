@@ -97,7 +97,7 @@ void Maquetar(Maqueta m, PdfPrinter& hoja, const FilasInforme& filas) {
     else MaquetarProteccionDatos(hoja, filas.front(), m == Maqueta::ProteccionUsuario);
 }
 
-ControlInforme& ControlDelTill() {
+ControlInforme& ControlDelPuesto() {
     static ControlInforme control;
     return control;
 }
@@ -139,7 +139,7 @@ void ImprimirReport(const std::string& nombreReport, std::string& resultado,
     resultado.clear();
     eventos();
     eventos();
-    ControlInforme& control = ControlDelTill();
+    ControlInforme& control = ControlDelPuesto();
     if (!sesion().ImpresoraListados.empty()) DarImpresora(sesion().ImpresoraListados, control.Impresora);
     eventos();
     control.ReportFileName = SuiteLauncher::CarpetaProgramas() + "/" + nombreReport;

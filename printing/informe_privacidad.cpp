@@ -9,12 +9,6 @@ namespace tpv {
 
 namespace {
 
-using A = HojaPdf::Alinear;
-
-constexpr double L = HojaPdf::kIzquierda;
-constexpr double R = HojaPdf::kDerecha;
-constexpr double W = HojaPdf::kAncho;
-
 std::string ClausulaGenerica(const std::string& tienda, const std::string& direccion) {
     const std::string responsable = tienda.empty() ? "el establecimiento" : tienda;
     const std::string domicilio = direccion.empty() ? "" : ", con domicilio en " + direccion;
@@ -44,6 +38,8 @@ std::string ClausulaGenerica(const std::string& tienda, const std::string& direc
 }  // namespace
 
 void MaquetarProteccionDatos(PdfPrinter& p, const FilaInforme& fila, bool textoDeLaTienda) {
+    using A = HojaPdf::Alinear;
+    constexpr double L = HojaPdf::kIzquierda, R = HojaPdf::kDerecha, W = HojaPdf::kAncho;
     HojaPdf h(p);
     const std::string cliente = fila.Texto("texto1"), tienda = fila.Texto("texto2"),
                       direccion = fila.Texto("texto3");

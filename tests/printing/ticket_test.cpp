@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "printing/ticket_service.hpp"
 #include "tests/printing/ticket_prueba.hpp"
 
 namespace tpv::prueba {
@@ -183,6 +184,111 @@ TEST_P(ConfTicketTest, Muestra_SeDetieneEnElPrimerImporte) {
     EXPECT_EQ(muestra[6], "Ticket:XXXXXX 14/03/26 10:30");
     EXPECT_EQ(muestra[muestra.size() - 2], "XXXxxxxxx Xxxxxxxx  XXXX,XX XXXX,XX");
     EXPECT_EQ(muestra.back(), "-----------------------------------");
+}
+
+TEST_P(ConfTicketTest, CuarentaYDosCaracteresConLosInterruptoresAlReves) {
+    Ejecutar({
+        "update impresoras set numCaracteres = 42 where impresora = 'TICKETS'",
+        "update confticket set EnNegrita = False, mostrarPunit = False, utilizaSubTotal = -1, desgloseImpuestos = 0, "
+        "mostrartotalletras = True, FormaPago = Null, Direccion = '#CC/ Mayor 3', totalfinal = '#CTOTAL', "
+        "comentariofinal = 'Cambios y devoluciones con este ticket durante 15 días naturales'",
+        "insert into cabecera_factura (numero,cliente,empleado,total,impuesto,recargo,descuento,pago,fechaVenta,hora) "
+        "values (44,0,'Marta',60.5,10.5,0,0,2,#03/14/2026#,#12:05:00#)",
+        "insert into detalle_factura (num_factura,unidades,producto,precio_unit,precio,impuesto,tipoimpuesto,recargo,"
+        "descuento) values (44,1,'Perfume de autor edición limitada con estuche regalo',60.5,60.5,10.5,21,0,0)",
+    });
+    const std::string guiones(42, '-');
+    const Lineas esperado = {
+        "      Perfumería Olmo",
+        "                C/ Mayor 3",  // "#C" centres a line the engine prints at the left
+        "28801 Alcalá",
+        "CIF: B12345678",
+        "Tlf: 918880000",
+        "",
+        "Ticket:44     14/03/26 12:05",
+        "Le atendió: Marta",
+        "",
+        "Ud Artículo                        Importe",
+        guiones,
+        "1 Perfume de autor edición limita    60,50",  // cut, one blank kept before the amount
+        guiones,
+        "                       SubTotal      50,00",
+        "                          Cuota      10,50",
+        "             TOTAL      60,50",  // "#C" wins over the right alignment
+        "",
+        "       sesenta con cincuenta  euros",
+        "",
+        "",
+        "               IVA incluido",
+        "           Gracias por su visita",
+        "",
+        // 64 characters measure 1.52 lines: two pieces and an empty third.
+        "Cambios y devoluciones con este ticket dur",
+        "ante 15 días naturales",
+        "",
+    };
+    EXPECT_EQ(Imprimir(44, "cabecera_factura"), esperado);
+    // Without bold nothing is struck twice.
+    const auto& llamadas = tickets_->Calls();
+    for (std::size_t i = 1; i < llamadas.size(); ++i)
+        EXPECT_FALSE(llamadas[i].text == llamadas[i - 1].text && llamadas[i].y == llamadas[i - 1].y) << llamadas[i].text;
+}
+
+TEST_P(ConfTicketTest, TicketService_ConLosRotulosDeLaTiendaOLosPropios) {
+    sesion().IdentificacionFiscal = "";
+    TicketService servicio;
+    servicio.ImprimirTicketVenta(cn, "TICKETS", 41, "19,75", "50");
+    // With the shop's confticket row, its wording.
+    Lineas papel = Papel();
+    ASSERT_GE(papel.size(), 30u);
+    EXPECT_EQ(papel[0], "   Perfumería Olmo");
+    EXPECT_EQ(papel[19], "               Entregado      50,00");
+    EXPECT_EQ(papel[27], "           Pago: Contado");
+
+    Ejecutar({"delete * from confticket"});
+    servicio.ImprimirTicketVenta(cn, "TICKETS", 41, "19,75", "50");
+    const Lineas propio = {
+        "   Perfumería Olmo",
+        "             C/ Mayor 3",
+        "         C.I.F.: B12345678",
+        "           Tlf: 918880000",
+        "",
+        "Ticket: 41     14/03/26 10:31",
+        "Le atendió: Marta",
+        "Cliente: Ana Ruiz Gil",
+        "NIF: 12345678Z  Tlf: 600111222",
+        "C/ Sol 1",
+        "",
+        "Ud Descripción       Precio Importe",
+        "-----------------------------------",
+        "2 Colonia fresca      12,10   24,20",
+        "1 Jabón de glicerina   6,05    6,05",
+        "1 Bolsa",
+        "-----------------------------------",
+        "                   TOTAL      30,25",
+        "               Entregado      50,00",
+        "                  Cambio      19,75",
+        "",
+        "-----------------------------------",
+        "IVA                 Base      Cuota",
+        "21%                25,00       5,25",
+        "-----------------------------------",
+        "",
+        "       Forma de pago: Contado",
+        "            IVA incluido",
+        "       Gracias por su visita",
+        "",
+    };
+    EXPECT_EQ(Papel(), propio);
+
+    // A refund; texts that are no amount print no money lines.
+    servicio.ImprimirTicketAbono(cn, "TICKETS", 5, "", "abc");
+    papel = Papel();
+    ASSERT_GE(papel.size(), 16u);
+    EXPECT_EQ(papel[5], "Abono:5      14/03/26 11:02");
+    EXPECT_EQ(papel[12], "                   TOTAL       6,05");
+    EXPECT_EQ(papel[13], "");
+    EXPECT_EQ(papel[15], "IVA                 Base      Cuota");
 }
 
 TPV_EN_CADA_MOTOR(ConfTicketTest);
