@@ -3,7 +3,8 @@
 # with the expected one.
 #   comprobar.sh TPVGUION TPVDEMO ESCENARIO.guion [sqlite|postgresql]
 # The expected transcript is ESCENARIO.esperado; a line "# salida N" in the
-# scenario gives the exit status it must end with (0 when absent). On
+# scenario gives the exit status it must end with (0 when absent), "# reloj
+# dd/mm/yyyy hh:mm:ss" the clock's start, "# ajuste clave=valor" a setting. On
 # PostgreSQL the shop is a new database of the server in TPV_PG_URI.
 set -uo pipefail
 
@@ -31,7 +32,8 @@ fi
 "$tpvdemo" --force "$base" "$informes" >"$tmp/demo.log" 2>&1 || { cat "$tmp/demo.log"; exit 1; }
 
 export TPV_SUITE_CONF="$tmp/suite.conf" TPV_LOG="$tmp/tpv.log"
-: >"$TPV_SUITE_CONF"
+# Lines "# ajuste clave=valor" of the scenario go to the suite's settings.
+sed -n 's/^# ajuste //p' "$escenario" >"$TPV_SUITE_CONF"
 reloj=$(sed -n 's/^# reloj //p' "$escenario" | head -1)
 "$tpvguion" --base "$base" --informes "$informes" --reloj "${reloj:-23/11/2026 10:00:00}" \
   --papel "$tmp/papel" "$escenario" >"$tmp/salida" 2>"$tmp/errores"

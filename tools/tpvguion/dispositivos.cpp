@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <set>
 #include <vector>
 
@@ -13,7 +15,6 @@
 #include "core/sesion/sesion.hpp"
 #include "core/sesion/visor.hpp"
 #include "printing/cajon.hpp"
-#include "printing/destino.hpp"
 #include "printing/escpos.hpp"
 #include "printing/page_device.hpp"
 #include "printing/pc858.hpp"
@@ -27,18 +28,21 @@ namespace tpv::guion {
 
 namespace {
 
-// A list printer whose documents are announced as they are saved.
+// A list printer: each document is saved as a PDF and announced by the
+// file that holds it, which `guardar` gives.
 class ImpresoraDePaginas : public PdfPrinter {
 public:
-    ImpresoraDePaginas(std::string nombre, const std::string& carpeta, Salida salida)
-        : PdfPrinter(std::move(nombre), "carpeta:" + carpeta), salida_(std::move(salida)) {}
+    using Guardar = std::function<std::string(const std::string& pdf)>;
+    ImpresoraDePaginas(std::string nombre, const std::string& carpeta, Salida salida, Guardar guardar)
+        : PdfPrinter(std::move(nombre), "carpeta:" + carpeta), salida_(std::move(salida)), guardar_(std::move(guardar)) {}
     void EndDoc() override {
         PdfPrinter::EndDoc();
-        if (!LastFile().empty()) salida_("DOCUMENTO " + DeviceName() + " " + LastFile());
+        if (!LastFile().empty()) salida_("DOCUMENTO " + DeviceName() + " " + guardar_(LastFile()));
     }
 
 private:
     Salida salida_;
+    Guardar guardar_;
 };
 
 // The two rows of twenty characters of the display, as its bytes leave them.
@@ -100,22 +104,50 @@ struct Dispositivos::Estado {
     std::unique_ptr<PantallaDelVisor> pantalla;
     std::unique_ptr<VisorSerie> visor;
 
+    int numero = 0;
+
+    // The next free name of the paper folder, numbered across printers.
+    fs::path SiguienteFichero(const char* extension) {
+        std::error_code ec;
+        fs::create_directories(carpetaPapel, ec);
+        for (;;) {
+            char nombre[16];
+            std::snprintf(nombre, sizeof nombre, "%04d", ++numero);
+            const fs::path base = fs::path(carpetaPapel) / nombre;
+            if (!fs::exists(base.string() + ".bin", ec) && !fs::exists(base.string() + ".pdf", ec))
+                return base.string() + extension;
+        }
+    }
+
+    // A PDF saved in the temporary folder goes to the paper folder when there is one.
+    std::string GuardarPdf(const std::string& pdf) {
+        if (carpetaPapel.empty()) return pdf;
+        const fs::path destino = SiguienteFichero(".pdf");
+        std::error_code ec;
+        fs::copy_file(pdf, destino, fs::copy_options::overwrite_existing, ec);
+        if (ec) return pdf;
+        fs::remove(pdf, ec);
+        return destino.string();
+    }
+
     void Ticket(const RecordingPrinter& impresora, const RecordingPrinter::Document& doc) {
         const std::string nombre = impresora.DeviceName();
         if (!carpetaPapel.empty()) {
             const Bytes bytes = CodificarEscPos(doc.layout);
-            DestinoDeUri("carpeta:" + carpetaPapel)->Enviar(bytes, false);
+            std::ofstream f(SiguienteFichero(".bin"), std::ios::binary);
+            f.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
         }
-        if (!doc.layout.EsPatadaDelControlador()) {
+        // A document of nothing but the drawer's kick leaves no paper.
+        const bool patada = doc.layout.EsPatadaDelControlador();
+        if (!patada && !doc.paper.empty()) {
             salida("IMPRESORA " + nombre);
             for (const std::string& l : doc.paper) salida("| " + l);
             salida("CORTE");
         }
-        if (doc.opensDrawer || doc.layout.EsPatadaDelControlador()) salida("CAJON impresora " + nombre);
+        if (doc.opensDrawer || patada) salida("CAJON impresora " + nombre);
     }
 
-    std::string CarpetaDePaginas() {
-        if (!carpetaPapel.empty()) return carpetaPapel;
+    std::string CarpetaTemporal() {
         if (carpetaTemporal.empty()) {
             std::string plantilla = (fs::temp_directory_path() / "tpvguion-XXXXXX").string();
             if (char* hecha = mkdtemp(plantilla.data())) carpetaTemporal = hecha;
@@ -143,6 +175,10 @@ Dispositivos::~Dispositivos() {
     FijarEscritorPuerto(nullptr);
     SuiteLauncher::FijarGrabador(nullptr);
     ResetPrinters();
+    // With a paper folder the temporary one only passed the PDFs on.
+    std::error_code ec;
+    if (!estado_->carpetaPapel.empty() && !estado_->carpetaTemporal.empty())
+        fs::remove_all(estado_->carpetaTemporal, ec);
 }
 
 void Dispositivos::InstalarImpresoras(Connection& cn) {
@@ -155,7 +191,8 @@ void Dispositivos::InstalarImpresoras(Connection& cn) {
         const std::string nombre = Texto(rs["impresora"]);
         if (nombre.empty() || !vistas.insert(nombre).second) continue;
         if (UCase(Texto(rs["tipo"])) == "L") {
-            lista.push_back(std::make_unique<ImpresoraDePaginas>(nombre, e->CarpetaDePaginas(), e->salida));
+            lista.push_back(std::make_unique<ImpresoraDePaginas>(
+                nombre, e->CarpetaTemporal(), e->salida, [e](const std::string& pdf) { return e->GuardarPdf(pdf); }));
             continue;
         }
         auto ticket = std::make_unique<RecordingPrinter>(nombre, "ESC/POS", Texto(rs["puerto"]));
