@@ -54,10 +54,10 @@ if [ -n "$xvfb" ]; then kill "$xvfb" 2>/dev/null || true; xvfb=""; fi
 
 # The fuzz targets of the data layer (tests/fuzz): their checked-in cases ran
 # above with the tests; with clang's libFuzzer each also runs for a short,
-# bounded while (TPV_FUZZ_SEGUNDOS each, 15 by default; 0 skips them). Only
+# bounded while (TPV_FUZZ_SEGUNDOS each, 10 by default; 0 skips them). Only
 # the data layer and the runtime are built again, instrumented.
 cd "$raiz"
-segundos=${TPV_FUZZ_SEGUNDOS:-15}
+segundos=${TPV_FUZZ_SEGUNDOS:-10}
 if [ "$segundos" = 0 ]; then
   exit 0
 elif ! command -v clang++ >/dev/null || ! echo 'extern "C" int LLVMFuzzerTestOneInput(const char*, unsigned long) { return 0; }' |
