@@ -12,6 +12,7 @@ cmake --build "$build" -j"$(nproc)"
 
 demo=${TPV_DEMO_DIR:-demo}
 mkdir -p "$demo"
+demo=$(cd "$demo" && pwd)
 base="$demo/PERFUMERIA.db"
 informes="$demo/informes.db"
 "$build/tools/tpvdemo" --force "$base" "$informes"
@@ -28,13 +29,46 @@ echo
 echo "Otros programas abren la base con la extensión $build/lib/tpvjet.so:"
 echo "  sqlite3 $base  y luego  .load $build/lib/tpvjet"
 
-# Until the till has its window, a whole sale of the demo scenario (or the
-# script given) runs through the scripted runner, which plays the suite's
-# shell itself, and its transcript is printed.
-guion=${1:-tests/guiones/demo.guion}
-export TPV_SUITE_CONF="${TPV_SUITE_CONF:-$PWD/$demo/suite.conf}"
-export TPV_LOG="${TPV_LOG:-$PWD/$demo/tpv.log}"
+export TPV_SUITE_CONF="${TPV_SUITE_CONF:-$demo/suite.conf}"
+export TPV_LOG="${TPV_LOG:-$demo/tpv.log}"
 touch "$TPV_SUITE_CONF"
+
+# With a script named, or without a display, a whole sale of the demo scenario
+# (or the script given) runs through the scripted runner, which plays the
+# suite's shell itself, and its transcript is printed.
+guion_demo() {
+  local guion=${1:-tests/guiones/demo.guion}
+  echo
+  echo "La caja con el guion $guion:"
+  "$build/tools/tpvguion/tpvguion" --base "$base" --informes "$informes" --papel "$demo/papel" "$guion"
+}
+if [ $# -gt 0 ]; then
+  guion_demo "$1"
+  exit
+fi
+
+# The till in its window. It only starts under the suite's shell, so the
+# stand-in for the shell runs beside it while the till is open.
+export TPV_DATABASE="$base" TPV_DSN_VELMORA="$informes"
+"$build/app/suite_shell" &
+shell=$!
+trap 'kill "$shell" 2>/dev/null || true' EXIT
 echo
-echo "La caja con el guion $guion:"
-"$build/tools/tpvguion/tpvguion" --base "$base" --informes "$informes" --papel "$demo/papel" "$guion"
+echo "La caja en su ventana (lo impreso queda en $demo/papel):"
+mkdir -p "$demo/papel"
+# The demo shop's printers save what they print in that folder.
+ajuste() { grep -q "^$1 *=" "$TPV_SUITE_CONF" || echo "$1=$2" >>"$TPV_SUITE_CONF"; }
+ajuste impresoras "Ticketera|Oficina"
+ajuste impresora.Ticketera "carpeta:$demo/papel"
+ajuste impresora.Oficina "carpeta:$demo/papel"
+ajuste impresora.Oficina.driver PDF
+set +e
+"$build/app/tpv"
+fin=$?
+set -e
+if [ "$fin" = 3 ]; then
+  echo "Sin pantalla: se juega la venta de demostración con el guion."
+  guion_demo
+  exit
+fi
+exit "$fin"
