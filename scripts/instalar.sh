@@ -4,7 +4,7 @@
 set -euo pipefail
 
 paquetes=(
-  build-essential cmake pkg-config
+  build-essential cmake pkg-config ccache
   libsqlite3-dev sqlite3
   libpq-dev postgresql postgresql-contrib
   libgtest-dev libgmock-dev libbenchmark-dev
