@@ -5,6 +5,7 @@
 
 #include "core/runtime/error.hpp"
 #include "core/runtime/reloj.hpp"
+#include "core/runtime/texto.hpp"
 
 namespace tpv {
 
@@ -136,6 +137,12 @@ void ComboBox::SetText(std::string texto) {
     text_ = std::move(texto);
     listIndex_ = Indice(text_);
     if (Change) Change();
+}
+
+void ComboBox::RecibirCaracter(int keyAscii) {
+    TextBox entrada(text_, Len(text_), 0);
+    entrada.RecibirCaracter(keyAscii);
+    if (entrada.Text() != text_) SetText(entrada.Text());
 }
 
 void DTPicker::SetValue(DateTime fecha) {

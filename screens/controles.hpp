@@ -109,13 +109,15 @@ protected:
 };
 
 // A list with an entry: its text raises Change when assigned; selecting an
-// item puts its text in the entry (Click, not Change).
+// item puts its text in the entry (Click, not Change). Typing writes at the
+// end of the entry, so a text of no item may be given.
 class ComboBox : public ListBox {
 public:
     ComboBox() { tipo = "ComboBox"; }
     void SetListIndex(long indice) override;
     std::string Text() const override { return text_; }
     void SetText(std::string texto);
+    void RecibirCaracter(int keyAscii) override;
     std::function<void()> Change;
 
 private:
