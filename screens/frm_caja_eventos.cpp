@@ -15,6 +15,10 @@
 #include "printing/cajon.hpp"
 #include "screens/colores.hpp"
 #include "screens/frm_caja.hpp"
+#include "screens/frm_caja_inicial.hpp"
+#include "screens/frm_gastos.hpp"
+#include "screens/frm_observaciones.hpp"
+#include "screens/frm_reimprimir.hpp"
 #include "screens/pantallas.hpp"
 
 namespace tpv {
@@ -53,6 +57,11 @@ void frmCaja::Conectar() {
     ConectarTactil();
     ConectarOpciones();
     ConectarTimers();
+    ConectarTop();
+    cmdCajaInicial.Click = [] { Unica<frmCajaInicial>().Show(true); };
+    cmdGastos.Click = [] { Unica<frmGastos>().Show(true); };
+    Command7.Click = [] { Unica<frmObservaciones>().Show(true); };
+    cmdReimprimir.Click = [] { Unica<frmReImprimir>().Show(true); };
     cmdNuevaVenta.Click = [this] { cmdNuevaVenta_Click(); };
     cmd_CambioEmpleado.Click = [this] { cmd_CambioEmpleado_Click(); };
     cmd_VentasActivas.Click = [this] { cmd_VentasActivas_Click(); };
@@ -285,7 +294,8 @@ void frmCaja::tmrMovGen_Timer() {
         pos = m.destino;
         tmrMovGen.SetEnabled(false);
         // A panel sent out of the screen is put away.
-        if (m.destino >= width || m.destino + (horizontal ? p.width : p.height) <= 0) p.visible = false;
+        if (m.destino >= (horizontal ? width : height) || m.destino + (horizontal ? p.width : p.height) <= 0)
+            p.visible = false;
         m = {};
     }
 }

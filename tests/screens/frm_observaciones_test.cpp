@@ -1,0 +1,65 @@
+// Shift notes: today's notes of this terminal, and a new one by any employee.
+#include "tests/screens/escritorio_prueba.hpp"
+
+namespace tpv {
+namespace {
+
+using Observaciones = prueba::EscritorioTest;
+
+TEST_P(Observaciones, SoloLasDeHoyYDeEsteTerminal) {
+    Ejecutar({"insert into ObservacionCaja (fecha,empleado,Observacion,terminal) values "
+              "(#11/15/2026#,1,'Falta cambio','CAJA1')",
+              "insert into ObservacionCaja (fecha,empleado,Observacion,terminal) values "
+              "(#11/15/2026#,2,'Revisar cajon','CAJA1')",
+              "insert into ObservacionCaja (fecha,empleado,Observacion,terminal) values "
+              "(#11/14/2026#,1,'Ayer','CAJA1')",
+              "insert into ObservacionCaja (fecha,empleado,Observacion,terminal) values "
+              "(#11/15/2026#,1,'Otra caja','CAJA2')",
+              // an employee whose row is gone
+              "insert into ObservacionCaja (fecha,empleado,Observacion,terminal) values "
+              "(#11/15/2026#,9,'Sin empleado','CAJA1')"});
+    frmObservaciones& f = Mostrar<frmObservaciones>();
+    std::vector<std::string> items;
+    for (long i = 0; i < f.lbObservaciones.ListCount(); ++i) items.push_back(f.lbObservaciones.List(i));
+    std::sort(items.begin(), items.end());
+    EXPECT_EQ(items, (std::vector<std::string>{"Ana L: Falta cambio", "Luis : Revisar cajon"}));
+
+    anfitrion.Accion([&] { f.lbObservaciones.SetListIndex(f.lbObservaciones.Indice("Ana L: Falta cambio")); });
+    EXPECT_EQ(f.lbLObservacion.caption, "Ana L: Falta cambio");
+}
+
+TEST_P(Observaciones, NuevaSinClave_SoloConEmpleadoYTexto) {
+    frmObservaciones& f = Mostrar<frmObservaciones>();
+    EXPECT_TRUE(f.frObservaciones.visible);
+    EXPECT_FALSE(f.frNuevo.visible);
+    Clic(f.cmdNuevo);
+    EXPECT_FALSE(f.frObservaciones.visible);
+    ASSERT_TRUE(f.frNuevo.visible);
+
+    // Without an employee, or without a text, nothing happens.
+    Clic(f.cmdAceptarEmp);
+    EXPECT_TRUE(f.Cargada());
+    Pulsar(f.PanelEmpleados, 1);
+    EXPECT_EQ(f.lblEmpInfo.caption, "Luis");
+    EXPECT_EQ(f.ActiveControl(), &f.txtobservacion);
+    Clic(f.cmdAceptarEmp);
+    EXPECT_TRUE(f.Cargada());
+
+    Teclear(f.txtobservacion, "Cambio de rollo");
+    Clic(f.cmdAceptarEmp);
+    EXPECT_FALSE(f.Cargada());
+    EXPECT_TRUE(Cajas().empty());
+    EXPECT_EQ(Texto(Valor("select Observacion from ObservacionCaja where empleado = 2 and terminal = 'CAJA1'")),
+              "Cambio de rollo");
+    EXPECT_EQ(Format(Valor("select hora from ObservacionCaja"), "hh:mm:ss"), "10:30:00");
+
+    // It shows the next time.
+    frmObservaciones& g = Mostrar<frmObservaciones>();
+    ASSERT_EQ(g.lbObservaciones.ListCount(), 1);
+    EXPECT_EQ(g.lbObservaciones.List(0), "Luis : Cambio de rollo");
+}
+
+TPV_EN_CADA_MOTOR(Observaciones);
+
+}  // namespace
+}  // namespace tpv
