@@ -57,6 +57,12 @@ public:
     // --- Touch panels ---
     ButtonMatrix PanelEmpLupa, PanelSecciones, panelProveedores, PanelTarifas, PanelVentas, PanelProductos;
 
+    // --- Rankings panel (frm_caja_top.cpp) ---
+    Grid fg_top;
+    DTPicker f_desde, f_hasta;
+    Label lblTopInfo, lbl_cerrar;
+    CommandButton cmdActualizarTop;
+
     // --- Timers ---
     Timer tmrHora, tmrColorear, tmrDinDep, tmrQuitarImg, tmrfinDeuda, tmrMovGen, tmrMovLupa, tmrMovModificacion,
         tmrVolverLista, tmrAyuda;
@@ -144,6 +150,12 @@ public:
     void PulsarComa(TextBox* caja);
     void cmdAceptarNum_Click();
 
+    // --- Rankings ---
+    void mostrarTop();
+    void CargarTop(const std::string& titulo, DateTime desde, DateTime hasta);
+    void Top_Ten(const std::string& tipo, DateTime desde, DateTime hasta);
+    void lbl_cerrar_Click();
+
     // --- Timers and sliding panels ---
     void ColocarAyuda();
     void cmdAyuda_Click();
@@ -165,6 +177,8 @@ private:
     void DisenarPaneles();
     void DisenarBotonera();
     void DisenarTimers();
+    void DisenarTop();
+    void ConectarTop();
     void Teclado(TecladoNumerico& teclas, const std::string& prefijo, Control* marco, double x, double y,
                  double lado);
     void Conectar();

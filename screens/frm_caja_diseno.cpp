@@ -204,6 +204,7 @@ void frmCaja::DisenarPaneles() {
     Poner(cmd_nuevoLupa, "cmd_nuevoLupa", 3360 + 2 * 960, 240 + 3 * 876, 840, 756, "C", &fr_Lupa);
     Poner(PanelEmpLupa, "PanelEmpLupa", 240, 3960, 6840, 1200, "", &fr_Lupa);
     Poner(frTop, "frTop", kDerecha, 1920, kAnchoDerecha, 5280, "", &fr_Padre);
+    DisenarTop();
     Poner(frDescuentoImporte, "frDescuentoImporte", kDerecha + 1200, 3000, 4920, 2400, "", &fr_Padre);
     Poner(frDeuda, "frDeuda", kDerecha + 600, 3000, 6120, 2400, "", &fr_Padre);
     Poner(lblDeudaInfo, "lblDeudaInfo", 240, 240, 5640, 720, "", &frDeuda);
