@@ -1,7 +1,7 @@
 // tpvdemo: makes a fresh shop database, and its reporting source, filled with
 // a demo shop for the terminal "CAJA1".
 //
-//   tpvdemo [--size small|large] [--force] DATABASE [REPORTING_DATABASE]
+//   tpvdemo [--size small|large] [--historial] [--force] DATABASE [REPORTING_DATABASE]
 //
 // Without REPORTING_DATABASE a file "informes.db" beside DATABASE is used.
 #include <chrono>
@@ -26,15 +26,17 @@ namespace {
 struct Argumentos {
     demo::Tamano tamano = demo::Tamano::Pequena;
     bool forzar = false;
+    bool historial = false;
     std::string tienda;
     std::string informes;
 };
 
 void Uso() {
     std::fprintf(stderr,
-                 "uso: tpvdemo [--size small|large] [--force] BASE_DE_DATOS [BASE_DE_INFORMES]\n"
+                 "uso: tpvdemo [--size small|large] [--historial] [--force] BASE_DE_DATOS [BASE_DE_INFORMES]\n"
                  "  --size small   unas decenas de productos (por defecto)\n"
                  "  --size large   200.000 productos, 300.000 codigos extra, 50.000 clientes\n"
+                 "  --historial    un año de ventas cerradas, cerca de un millon de lineas\n"
                  "  --force        sustituye las bases de datos que ya existan\n");
 }
 
@@ -50,6 +52,8 @@ bool LeerArgumentos(int argc, char** argv, Argumentos& a) {
         const std::string_view arg = argv[i];
         if (arg == "--force") {
             a.forzar = true;
+        } else if (arg == "--historial") {
+            a.historial = true;
         } else if (arg == "--size") {
             if (++i >= argc || !LeerTamano(argv[i], a.tamano)) return false;
         } else if (arg.starts_with("--size=")) {
@@ -133,7 +137,9 @@ int main(int argc, char** argv) {
         informes.Open(a.informes);
         tienda.BeginTrans();
         informes.BeginTrans();
-        demo::TiendaDemo(tienda, informes, a.tamano, fecha::Hoy()).Llenar();
+        demo::TiendaDemo relleno(tienda, informes, a.tamano, fecha::Hoy());
+        relleno.Llenar();
+        if (a.historial) relleno.LlenarHistorial();
         tienda.CommitTrans();
         informes.CommitTrans();
 

@@ -23,6 +23,8 @@ inline constexpr int kPrimerProveedorMasivo = 21;
 // Closed sales and debts that the demo writes; the counters go on from them.
 inline constexpr int kUltimaFacturaDemo = 4;
 inline constexpr int kUltimoPagoDemo = 1;
+// The history's sales, far above the numbers the till will take.
+inline constexpr int kPrimeraFacturaHistorial = 1000001;
 
 class TiendaDemo {
 public:
@@ -30,6 +32,12 @@ public:
 
     // Fills both databases. The caller holds the transaction.
     void Llenar();
+
+    // A year of closed sales up to yesterday, about a million lines, over
+    // the catalogue and customers already made: for measuring what reads
+    // the sales history. Their numbers start at kPrimeraFacturaHistorial.
+    // Returns the number of lines written.
+    long LlenarHistorial();
 
 private:
     // configuracion_demo.cpp
