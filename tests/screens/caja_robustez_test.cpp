@@ -47,6 +47,11 @@ TEST_P(CajaRobustez, CualquierTeclaEnCualquierControlYEstado) {
         {vbKeyF1 + 5, 0}, {vbKeyF1 + 8, 0}, {vbKeyF1 + 11, 0}, {vbKeyReturn, vbKeyReturn}, {vbKeyTab, 0},
         {vbKeyEscape, vbKeyEscape}, {vbKeyBack, vbKeyBack}, {'A', 'a'}, {'7', '7'}, {188, ','}, {190, '.'},
         {'\'', '\''}, {1, 1}, {0, 0}, {255, 255}};
+    // A button that opens a screen over the till finds it closed at once.
+    anfitrion.siguiente = [this] {
+        anfitrion.Abiertas().back()->Unload();
+        return true;
+    };
     for (const Estado& e : estados) {
         SCOPED_TRACE(e.que);
         sesion().opciones.modopantallacaja = 1;
