@@ -15,7 +15,12 @@ mkdir -p "$demo"
 demo=$(cd "$demo" && pwd)
 base="$demo/PERFUMERIA.db"
 informes="$demo/informes.db"
-"$build/tools/tpvdemo" --force "$base" "$informes"
+# The pictures of the touch panels go to the photo folder of the till, the
+# "fotos" folder beside its program.
+"$build/tools/tpvdemo" --force --fotos "$build/app/fotos" "$base" "$informes"
+# The demo terminal has a pole display (port 1), shown on the screen below.
+"$build/tools/tpvsql" "$base" \
+  -e "insert into relaciones_fijas (indice, datoa, otros) values ('VisorCAJA1', 'Perfumería La Plaza', '1')" >/dev/null
 
 echo
 echo "Resumen de la tienda de demostración ($base):"
@@ -62,6 +67,8 @@ ajuste impresoras "Ticketera|Oficina"
 ajuste impresora.Ticketera "carpeta:$demo/papel"
 ajuste impresora.Oficina "carpeta:$demo/papel"
 ajuste impresora.Oficina.driver PDF
+# Without a real pole display, what it would show is mirrored on the screen.
+ajuste visor_en_pantalla SI
 set +e
 "$build/app/tpv"
 fin=$?

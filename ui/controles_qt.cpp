@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/ajuste_texto.hpp"
 #include "ui/anfitrion_qt.hpp"
 #include "ui/panel_botones.hpp"
 #include "ui/vista_pantalla.hpp"
@@ -74,6 +75,10 @@ WidgetDeControl Etiqueta(Label& c, QWidget* padre) {
             }};
 }
 
+// An entry the user can't type in, with a font the design made large: a
+// figure meant to be seen from the other side of the counter.
+bool EsCifraDestacada(const TextBox& c) { return c.locked && c.fontSize >= 18; }
+
 // An entry whose typing goes through the model: keys never reach the widget
 // (the host routes them), and what the model writes is shown back.
 WidgetDeControl Entrada(TextBox& c, QWidget* padre, VistaPantalla& vista) {
@@ -109,8 +114,21 @@ WidgetDeControl Entrada(TextBox& c, QWidget* padre, VistaPantalla& vista) {
                 const int largo = std::clamp(static_cast<int>(c.selLength), 0, n - inicio);
                 if (largo > 0) w->setSelection(inicio, largo);
                 else if (w->cursorPosition() != inicio || w->hasSelectedText()) w->setCursorPosition(inicio);
-                FijarFuente(w, Fuente(w, c, QString(), 0.55, 14, 30, w->height() >= 44));
                 const QColor fondo = ColorDeModelo(c.backColor);
+                if (EsCifraDestacada(c)) {
+                    // A figure the screen shows big (a total): as big as its box
+                    // allows, bold, at the right edge, readable from afar.
+                    QFont f = w->font();
+                    f.setBold(true);
+                    f.setPixelSize(std::clamp(w->height() * 7 / 10, 14, 72));
+                    FijarFuente(w, f);
+                    if (w->alignment() != (Qt::AlignRight | Qt::AlignVCenter)) w->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                    FijarEstilo(w, QStringLiteral("QLineEdit{background:%1;color:%2;border:2px solid #4a4a4a;"
+                                                  "border-radius:6px;padding:0 10px;}")
+                                       .arg(Css(fondo), ColorDeModelo(c.foreColor).name()));
+                    return;
+                }
+                FijarFuente(w, Fuente(w, c, QString(), 0.55, 14, 30, w->height() >= 44));
                 FijarEstilo(w, QStringLiteral("QLineEdit{background:%1;color:%2;border:1px solid #8c8c8c;"
                                               "border-radius:4px;padding:0 6px;}"
                                               "QLineEdit:focus{border:2px solid #2f6fd0;}")
@@ -124,12 +142,15 @@ WidgetDeControl Boton(CommandButton& c, QWidget* padre, VistaPantalla& vista) {
     w->setFocusPolicy(Qt::ClickFocus);
     QObject::connect(w, &QPushButton::clicked, w, [&c, &vista] { vista.anfitrion().Ejecutar([&c] { c.Clic(); }); });
     return {w, [w, &c] {
-                // A caption too long for one line at a legible size takes two.
-                const QFont f = Fuente(w, c, Q(c.caption), 0.36, 14, 22, true);
+                // A caption too long for one line at a legible size takes two,
+                // then a smaller size, before anything is cut.
+                const QFont base = Fuente(w, c, QString(), 0.32, 14, 20, true);
+                const TextoAjustado ajuste =
+                    AjustarTexto(Q(c.caption), base, QSize(w->width() - 12, w->height() - 4), base.pixelSize(), 11, 2);
+                QFont f = base;
+                f.setPixelSize(ajuste.px);
                 FijarFuente(w, f);
-                QString texto = Q(c.caption);
-                if (QFontMetrics(f).horizontalAdvance(texto) > w->width() - 12)
-                    texto = PartirEnLineas(texto, f, w->width() - 12, 2);
+                QString texto = ajuste.texto;
                 texto.replace('&', QStringLiteral("&&"));
                 if (w->text() != texto) w->setText(texto);
                 QColor fondo = ColorDeModelo(c.backColor);
@@ -242,7 +263,15 @@ WidgetDeControl Rejilla(Grid& c, QWidget* padre, VistaPantalla& vista) {
                         const QColor color = fija ? fondoFijo : (propio != 0 ? ColorDeModelo(propio) : QColor());
                         if (item->background().color() != color || (color.isValid() != (item->background().style() != Qt::NoBrush)))
                             item->setBackground(color.isValid() ? QBrush(color) : QBrush());
-                        if (item->font().bold() != fija) item->setFont(fija ? cabecera : letra);
+                        // A heading narrower than its column's caption gets a
+                        // smaller letter, down to a legible size, before Qt cuts it.
+                        QFont propia = fija ? cabecera : letra;
+                        if (fija) {
+                            const int ancho = w->columnWidth(col) - 8;
+                            while (propia.pixelSize() > 11 && QFontMetrics(propia).horizontalAdvance(texto) > ancho)
+                                propia.setPixelSize(propia.pixelSize() - 1);
+                        }
+                        if (item->font() != propia) item->setFont(propia);
                         item->setFlags(fija ? Qt::ItemIsEnabled : (Qt::ItemIsEnabled | Qt::ItemIsSelectable));
                     }
                 }

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <memory>
 
+#include "ui/ajuste_texto.hpp"
 #include "ui/anfitrion_qt.hpp"
 
 namespace tpv::ui {
@@ -64,28 +65,43 @@ QToolButton* NuevoBoton(QWidget* padre, const QString& texto, const QColor& fond
 
 }  // namespace
 
-QString PartirEnLineas(const QString& texto, const QFont& f, int ancho, int lineas) {
-    const QFontMetrics m(f);
-    QStringList hechas;
-    QString actual;
-    const QStringList palabras = texto.simplified().split(' ', Qt::SkipEmptyParts);
-    for (int i = 0; i < palabras.size(); ++i) {
-        const QString prueba = actual.isEmpty() ? palabras[i] : actual + ' ' + palabras[i];
-        if (actual.isEmpty() || m.horizontalAdvance(prueba) <= ancho) {
-            actual = prueba;
-            continue;
-        }
-        hechas << actual;
-        actual = palabras[i];
-        if (hechas.size() == lineas - 1) {
-            actual = palabras.mid(i).join(' ');
-            break;
-        }
-    }
-    if (!actual.isEmpty()) hechas << actual;
-    for (QString& l : hechas) l = m.elidedText(l, Qt::ElideRight, ancho);
-    return hechas.join('\n');
+QStringList PartesDelRotulo(const ButtonRecord& b) {
+    QStringList partes;
+    for (const QString& l : Q(b.TextoSuperior).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split('\n'))
+        if (!l.trimmed().isEmpty()) partes << l.simplified();
+    const QString texto = Q(b.Texto).simplified();
+    if (!texto.isEmpty() && !(partes.size() == 1 && partes.front() == texto)) partes << texto;
+    return partes;
 }
+
+namespace {
+
+// The caption of a record's button fitted into `caja`: the last part wraps,
+// the lines above it keep a line each.
+TextoAjustado RotuloDelBoton(const ButtonRecord& r, const QFont& f, QSize caja, int maximo, int lineas) {
+    constexpr int kMinimoLegible = 11;
+    QStringList partes = PartesDelRotulo(r);
+    if (partes.isEmpty()) return {QString(), maximo};
+    const QString ultima = partes.takeLast();
+    return AjustarTexto(ultima, f, caja, maximo, kMinimoLegible, std::max(1, lineas - static_cast<int>(partes.size())),
+                        partes);
+}
+
+// The width the buttons would like: the widest word of their captions at a
+// comfortable size, with the button's padding. Taken over every page so that
+// the buttons and page turners stay put from page to page.
+int AnchoDeseado(const ButtonMatrix& c, QFont f) {
+    f.setPixelSize(15);
+    const QFontMetrics m(f);
+    int ancho = 0;
+    for (const ButtonRecord& b : c.Botones())
+        for (const QString& parte : PartesDelRotulo(b))
+            for (const QString& palabra : parte.split(' ', Qt::SkipEmptyParts))
+                ancho = std::max(ancho, m.horizontalAdvance(palabra));
+    return ancho + 20;
+}
+
+}  // namespace
 
 WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vista) {
     auto* w = new QWidget(padre);
@@ -115,24 +131,48 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                 if (c.Paginas() > 1 && w->height() - (hueco + filas * (lado + hueco)) < 48 &&
                     w->width() - (hueco + columnas * (lado + hueco)) < 2 * kPasador)
                     lado = std::max(48, (w->width() - 2 * kPasador - hueco) / columnas - hueco);
-                const int letra = std::clamp(lado / 6, 11, 20);
                 const std::size_t primero = static_cast<std::size_t>(c.Pagina()) * static_cast<std::size_t>(porPagina);
-                for (std::size_t i = primero; i < c.Botones().size() && i < primero + static_cast<std::size_t>(porPagina); ++i) {
+                const std::size_t ultimo = std::min(c.Botones().size(), primero + static_cast<std::size_t>(porPagina));
+                // Buttons widen, never past the panel's room for the columns a
+                // page uses, when their captions would not read whole.
+                const int enUso = std::clamp(std::min(porPagina, static_cast<int>(c.Botones().size())), 1, columnas);
+                const int sitio = w->width() - (c.Paginas() > 1 && w->height() - (hueco + filas * (lado + hueco)) < 48
+                                                    ? 2 * kPasador
+                                                    : 0);
+                const int anchoMaximo = (sitio - hueco) / enUso - hueco;
+                const int ancho = std::max(lado, std::min(anchoMaximo, AnchoDeseado(c, w->font())));
+                // One size of letter for the whole page: the largest at which
+                // every caption reads whole, the pictures kept small beside it.
+                const auto conFoto = [](const ButtonRecord& r) {
+                    return !r.Imagen.empty() && QFileInfo(Q(r.Imagen)).isFile();
+                };
+                const int icono = lado * 2 / 5;
+                const auto caja = [&](const ButtonRecord& r) {
+                    return QSize(ancho - 10, lado - 12 - (conFoto(r) ? icono : 0));
+                };
+                int letra = std::clamp(lado / 6, 13, 18);
+                QFont base = w->font();
+                base.setBold(true);
+                for (std::size_t i = primero; i < ultimo; ++i) {
+                    const ButtonRecord& r = c.Botones()[i];
+                    letra = std::min(letra, RotuloDelBoton(r, base, caja(r), letra, conFoto(r) ? 3 : 4).px);
+                }
+                for (std::size_t i = primero; i < ultimo; ++i) {
                     const ButtonRecord& r = c.Botones()[i];
                     const int n = static_cast<int>(i - primero);
                     QToolButton* b = NuevoBoton(w, QString(), ColorBoton(c, r), letra);
                     b->setObjectName(QStringLiteral("boton%1").arg(i));
-                    b->setGeometry(hueco + (n % columnas) * (lado + hueco), hueco + (n / columnas) * (lado + hueco), lado, lado);
+                    b->setGeometry(hueco + (n % columnas) * (ancho + hueco), hueco + (n / columnas) * (lado + hueco), ancho, lado);
                     QPixmap foto;
-                    const bool conFoto = !r.Imagen.empty() && QFileInfo(Q(r.Imagen)).isFile() && foto.load(Q(r.Imagen));
-                    const int lineas = conFoto ? 2 : 4;
-                    QString texto = PartirEnLineas(Q(r.Texto), b->font(), lado - 12, lineas);
-                    if (!r.TextoSuperior.empty())
-                        texto = QFontMetrics(b->font()).elidedText(Q(r.TextoSuperior), Qt::ElideRight, lado - 12) + '\n' + texto;
-                    b->setText(texto);
-                    if (conFoto) {
+                    const bool verFoto = conFoto(r) && foto.load(Q(r.Imagen));
+                    const TextoAjustado rotulo = RotuloDelBoton(r, base, caja(r), letra, conFoto(r) ? 3 : 4);
+                    QFont f = b->font();
+                    f.setPixelSize(rotulo.px);
+                    b->setFont(f);
+                    b->setText(rotulo.texto);
+                    if (verFoto) {
                         b->setIcon(QIcon(foto));
-                        b->setIconSize(QSize(lado * 11 / 20, lado * 11 / 20));
+                        b->setIconSize(QSize(icono, icono));
                     } else {
                         b->setToolButtonStyle(Qt::ToolButtonTextOnly);
                     }
@@ -144,7 +184,7 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                 }
                 if (c.Paginas() > 1) {
                     // Page turners in the room left below or beside the grid.
-                    const int usadoAlto = hueco + filas * (lado + hueco), usadoAncho = hueco + columnas * (lado + hueco);
+                    const int usadoAlto = hueco + filas * (lado + hueco), usadoAncho = hueco + enUso * (ancho + hueco);
                     const int libreAbajo = w->height() - usadoAlto, libreDerecha = w->width() - usadoAncho;
                     QRect zona;
                     if (libreAbajo >= 48) zona = QRect(0, usadoAlto, w->width(), libreAbajo);

@@ -1,4 +1,6 @@
 #pragma once
+#include <QStringList>
+
 #include "ui/vista_pantalla.hpp"
 
 // A panel of big buttons (ButtonMatrix): the page in view as a grid of
@@ -8,8 +10,8 @@ namespace tpv::ui {
 
 WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vista);
 
-// A caption broken into lines that fit `ancho` pixels with the font `f`, at
-// most `lineas` of them, the last cut with an ellipsis when it still doesn't.
-QString PartirEnLineas(const QString& texto, const QFont& f, int ancho, int lineas);
+// What a record's button reads: the text above (lines of its own) and the
+// caption, the same text only once, blank lines left out.
+QStringList PartesDelRotulo(const ButtonRecord& b);
 
 }  // namespace tpv::ui

@@ -12,6 +12,7 @@
 #include "core/sesion/pantalla.hpp"
 #include "screens/pantallas.hpp"
 #include "ui/anfitrion_qt.hpp"
+#include "ui/visor_pantalla.hpp"
 
 using namespace tpv;
 
@@ -26,6 +27,8 @@ int main(int argc, char** argv) {
     FijarAnfitrion(&anfitrion);
     FijarMensajes(&anfitrion);
     FijarPantalla(std::make_unique<ui::PantallaQt>());
+    // The pole display on the screen, when the suite's settings ask for it.
+    const std::unique_ptr<ui::VisorEnPantalla> visor = ui::InstalarVisorEnPantalla();
 
     int codigo = 0;
     try {

@@ -157,7 +157,8 @@ void TiendaEnVentanaTest::SetUp() {
                   .string();
     fs::create_directories(carpeta);
     const std::string base = carpeta + "/PERFUMERIA.db", informes = carpeta + "/informes.db";
-    const std::string orden = std::string(TPV_TOOLS_DIR) + "/tpvdemo --force '" + base + "' '" + informes + "' >/dev/null";
+    const std::string orden = std::string(TPV_TOOLS_DIR) + "/tpvdemo --force --fotos '" + carpeta + "/fotos' '" + base + "' '" +
+                             informes + "' >/dev/null";
     ASSERT_EQ(std::system(orden.c_str()), 0) << orden;
     ::setenv("TPV_DATABASE", base.c_str(), 1);
     ::setenv("TPV_DSN_VELMORA", informes.c_str(), 1);

@@ -1,7 +1,7 @@
 // tpvdemo: makes a fresh shop database, and its reporting source, filled with
 // a demo shop for the terminal "CAJA1".
 //
-//   tpvdemo [--size small|large] [--historial] [--force] DATABASE [REPORTING_DATABASE]
+//   tpvdemo [--size small|large] [--historial] [--force] [--fotos FOLDER] DATABASE [REPORTING_DATABASE]
 //
 // Without REPORTING_DATABASE a file "informes.db" beside DATABASE is used.
 #include <chrono>
@@ -16,6 +16,7 @@
 #include "core/datos/recordset.hpp"
 #include "core/datos/servidor.hpp"
 #include "core/runtime/fecha.hpp"
+#include "tools/demo/fotos.hpp"
 #include "tools/demo/tienda_demo.hpp"
 
 namespace fs = std::filesystem;
@@ -29,15 +30,18 @@ struct Argumentos {
     bool historial = false;
     std::string tienda;
     std::string informes;
+    std::string fotos;
 };
 
 void Uso() {
     std::fprintf(stderr,
-                 "uso: tpvdemo [--size small|large] [--historial] [--force] BASE_DE_DATOS [BASE_DE_INFORMES]\n"
+                 "uso: tpvdemo [--size small|large] [--historial] [--force] [--fotos CARPETA] BASE_DE_DATOS "
+                 "[BASE_DE_INFORMES]\n"
                  "  --size small   unas decenas de productos (por defecto)\n"
                  "  --size large   200.000 productos, 300.000 codigos extra, 50.000 clientes\n"
                  "  --historial    un año de ventas cerradas, cerca de un millon de lineas\n"
-                 "  --force        sustituye las bases de datos que ya existan\n");
+                 "  --force        sustituye las bases de datos que ya existan\n"
+                 "  --fotos DIR    dibuja en DIR las fotos de productos y empleados\n");
 }
 
 bool LeerTamano(std::string_view valor, demo::Tamano& tamano) {
@@ -58,6 +62,9 @@ bool LeerArgumentos(int argc, char** argv, Argumentos& a) {
             if (++i >= argc || !LeerTamano(argv[i], a.tamano)) return false;
         } else if (arg.starts_with("--size=")) {
             if (!LeerTamano(arg.substr(7), a.tamano)) return false;
+        } else if (arg == "--fotos") {
+            if (++i >= argc) return false;
+            a.fotos = argv[i];
         } else if (arg.starts_with("-")) {
             return false;
         } else if (a.tienda.empty()) {
@@ -140,6 +147,7 @@ int main(int argc, char** argv) {
         demo::TiendaDemo relleno(tienda, informes, a.tamano, fecha::Hoy());
         relleno.Llenar();
         if (a.historial) relleno.LlenarHistorial();
+        if (!a.fotos.empty()) std::printf("Fotos en %s: %d\n", a.fotos.c_str(), demo::EscribirFotos(tienda, a.fotos));
         tienda.CommitTrans();
         informes.CommitTrans();
 
