@@ -35,7 +35,7 @@ public:
     Label lblNumVenta, lbl_Empleado, lblHora, lblCodCliente, lblCodProd, lblnomProd, lblStock, lblPedido,
         lblUbicacion, lblCant, lblModificacion, lblInfoAbono, lblDescuentoInfo, lblUltFactura, lblInfoFiltro,
         lblVentasAbiertas, lbldiasCad, lblForma_U_V, lblValorDinDep, lblDeudaInfo, lblImpDeuda, lblPesoInfo,
-        lblPrecioInfo;
+        lblPrecioInfo, lblNumProductos;
     PictureBox picImagen, imgProdZoom, Bandera, Picture1;
     DTPicker Fecha1;
     PageOpener Open1;

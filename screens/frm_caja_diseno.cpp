@@ -122,7 +122,8 @@ void frmCaja::DisenarVenta() {
     Poner(txtTotal_U_V, "txtTotal_U_V", 120, 240, 1800, 720, "", &frUltimaVenta);
     Poner(txt_Entrega_U_V, "txt_Entrega_U_V", 2040, 240, 1800, 720, "", &frUltimaVenta);
     Poner(txt_Devolucion_U_V, "txt_Devolucion_U_V", 3960, 240, 1800, 720, "", &frUltimaVenta);
-    Poner(lblForma_U_V, "lblForma_U_V", 5880, 240, 1320, 720, "", &frUltimaVenta);
+    Poner(lblForma_U_V, "lblForma_U_V", 5880, 240, 1320, 360, "", &frUltimaVenta);
+    Poner(lblNumProductos, "lblNumProductos", 5880, 600, 1320, 360, "", &frUltimaVenta);
     for (TextBox* t : {&txtTotal_U_V, &txt_Entrega_U_V, &txt_Devolucion_U_V}) {
         t->locked = true;
         t->tabStop = false;

@@ -8,6 +8,7 @@
 #include "core/servicios/colour_scheme.hpp"
 #include "core/servicios/screen_fitter.hpp"
 #include "core/sesion/sesion.hpp"
+#include "screens/frm_cobrar.hpp"
 
 namespace tpv {
 
@@ -29,6 +30,7 @@ void frmPrincipalCantarel::Disenar() {
         Sesion& s = sesion();
         s.NombreEmpleadoActual = PanelEmpleados.TextoPulsado;
         s.CodigoEmpleadoActual = CLng(Value(PanelEmpleados.CodigoPulsado));
+        ConectarCobro(Unica<frmCaja>());
         Unica<frmCaja>().Show();
     };
     cmd_Salir.Click = [this] { Unload(); };
@@ -89,6 +91,9 @@ void frmEsperar::Form_Load() {
 
 void PantallasDeArranque::MostrarSeleccionEmpleado() { Unica<frmPrincipalCantarel>().Show(); }
 
-void PantallasDeArranque::MostrarCaja() { Unica<frmCaja>().Show(); }
+void PantallasDeArranque::MostrarCaja() {
+    ConectarCobro(Unica<frmCaja>());
+    Unica<frmCaja>().Show();
+}
 
 }  // namespace tpv

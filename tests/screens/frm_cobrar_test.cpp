@@ -1,0 +1,430 @@
+// The settlement screen over a sale of the till: its opening, the amount
+// handed over, the methods, the mixed payment, Enter and the function keys,
+// the keypad, the ticks kept for the shop, the gift ticket and the finish.
+#include <deque>
+#include <functional>
+
+#include "core/runtime/texto.hpp"
+#include "core/sesion/paneles.hpp"
+#include "screens/frm_cobrar.hpp"
+#include "tests/screens/caja_prueba.hpp"
+
+namespace tpv {
+namespace {
+
+using prueba::CajaTest;
+
+class Cobrar : public CajaTest {
+protected:
+    void SetUp() override {
+        CajaTest::SetUp();
+        if (IsSkipped() || HasFatalFailure()) return;
+        Ejecutar({"insert into formapago (codigo,nombre,posicion,borrar) values (1,'Contado',1,0)",
+                  "insert into formapago (codigo,nombre,posicion,borrar) values (2,'Tarjeta',2,0)",
+                  "insert into formapago (codigo,nombre,posicion,borrar) values (3,'Mixto',3,0)",
+                  "insert into formapago (codigo,nombre,posicion,borrar) values (4,'Dinero en Deposito',4,0)",
+                  "insert into formapago (codigo,nombre,posicion,borrar) values (7,'Cheque',5,0)",
+                  "insert into opciones (nombre,abrircajetin,imprimirticket,facturas) values ('Tienda',-1,-1,0)"});
+        CargarPanelFormasPago();
+        Sesion& s = sesion();
+        s.opciones.abrircajetin = true;
+        s.opciones.imprimirticket = true;
+        s.Clientes.push_back(RegistroCliente{"Ana", "Ruiz", 4, {}, 0, false, 0});
+        Articulo(5, "8410001", "Colonia", "12.1");
+        Articulo(6, "8410002", "Jabon", "2");
+        Articulo(7, "8410003", "Gel", "0");
+    }
+
+    void TearDown() override {
+        Unica<frmCobrar>().Unload();
+        CajaTest::TearDown();
+    }
+
+    // The till with a sale of `codigos`, for the customer given, and the
+    // settlement screen opened over it.
+    frmCobrar& Cobro(std::initializer_list<const char*> codigos = {"8410001"}, const std::string& cliente = "0") {
+        Unica<frmCobrar>().Unload();
+        Unica<frmCaja>().Unload();  // a clean till: a new sale
+        frmCaja& c = Abrir();
+        for (const char* codigo : codigos) Escanear(codigo);
+        if (cliente != "0") {
+            c.lblCodCliente.caption = cliente;
+            c.txtNomCliente.SetText("Ana Ruiz");
+        }
+        frmCobrar& f = Unica<frmCobrar>();
+        anfitrion.Accion([&] { f.Show(); });
+        return f;
+    }
+
+    void Entrega(frmCobrar& f, const std::string& texto) { Teclear(f.txt_Entrega, texto); }
+};
+
+TEST_P(Cobrar, Apertura_TotalClienteYSinCliente) {
+    {
+        frmCobrar& f = Cobro();
+        EXPECT_EQ(f.CajaText_Pago.Text(), "12,10");
+        EXPECT_EQ(f.FormaPago, "1");
+        EXPECT_EQ(f.lblFormaPago.caption, "Contado");
+        EXPECT_EQ(f.txt_Entrega.Text(), "0,00");
+        EXPECT_EQ(f.txt_Devolucion.Text(), "0,00");  // set after the entry's own change
+        EXPECT_EQ(f.Label2.caption, "A pagar");
+        EXPECT_FALSE(f.cmd_FinVenta.visible);
+        EXPECT_FALSE(f.cmdDeuda.visible);
+        EXPECT_FALSE(f.frTipo.visible);
+        EXPECT_FALSE(f.chk_Factura.visible);
+        EXPECT_FALSE(f.lblEnter.visible);  // "0,00" stands in the entry
+        EXPECT_EQ(f.chk_Imprimir.Value(), 1);
+        EXPECT_EQ(f.chkCajetinMixto.Value(), 1);
+        EXPECT_TRUE(f.txt_Entrega.TieneFoco());
+        ASSERT_EQ(f.PanelFormasPago.Botones().size(), 4u);  // the balance is never a button
+        EXPECT_EQ(f.PanelFormasPago.Botones()[3].Texto, "<F4> Cheque");
+    }
+    {
+        frmCobrar& f = Cobro({"8410001"}, "4");
+        EXPECT_EQ(f.IndiceCliente, 0);
+        EXPECT_TRUE(f.frTipo.visible);
+        EXPECT_TRUE(f.cmdDeuda.visible);
+        EXPECT_FALSE(f.cmd_FinVenta.visible);
+        EXPECT_FALSE(f.lblEnter.visible);
+        EXPECT_EQ(f.lblInfoDeuda.caption, "El cliente Ana Ruiz nos va a deber 12,10");
+    }
+    {
+        // A sale of nothing needs no payment.
+        frmCobrar& f = Cobro({"8410003"});
+        EXPECT_EQ(f.FormaPago, "1");
+        EXPECT_FALSE(f.Frame1.visible);
+        EXPECT_FALSE(f.PanelFormasPago.visible);
+        EXPECT_FALSE(f.frmNumerico.visible);
+        EXPECT_TRUE(f.cmd_FinVenta.visible);
+        EXPECT_TRUE(f.cmd_FinVenta.Alcanzable());
+    }
+}
+
+TEST_P(Cobrar, Entrega_DevolucionOLoQueFalta) {
+    struct Caso {
+        const char* tecleado;
+        const char* etiqueta;
+        const char* devolucion;
+        bool terminar;
+    };
+    const Caso casos[] = {
+        {"20", "Devolucion", "7,90", true},
+        {"12,1", "Devolucion", "0,00", true},
+        {"5", "A pagar", "7,10", false},
+        {"1000", "Devolucion", "987,90", true},
+    };
+    frmCobrar& f = Cobro();
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.tecleado);
+        f.txt_Entrega.selStart = 0;
+        f.txt_Entrega.selLength = Len(f.txt_Entrega.Text());
+        Entrega(f, c.tecleado);
+        EXPECT_EQ(f.txt_Entrega.Text(), c.tecleado);
+        EXPECT_EQ(f.Label2.caption, c.etiqueta);
+        EXPECT_EQ(f.txt_Devolucion.Text(), c.devolucion);
+        EXPECT_EQ(f.cmd_FinVenta.visible, c.terminar);
+        EXPECT_FALSE(f.lblEnter.visible);
+    }
+    // Emptied: all is to pay, and "<ENTER>" shows again.
+    f.txt_Entrega.SetText("");
+    EXPECT_EQ(f.Label2.caption, "A pagar");
+    EXPECT_EQ(f.txt_Devolucion.Text(), "12,10");
+    EXPECT_FALSE(f.cmd_FinVenta.visible);
+    EXPECT_TRUE(f.lblEnter.visible);
+    // Letters never get in.
+    Entrega(f, "a-");
+    EXPECT_EQ(f.txt_Entrega.Text(), "");
+}
+
+TEST_P(Cobrar, SinMetodo_ElImporteHaceParpadearElPanel) {
+    frmCobrar& f = Cobro({"8410001"}, "4");
+    f.FormaPago = "0";
+    const long antes = f.Frame1.backColor;
+    Entrega(f, "12,10");
+    EXPECT_FALSE(f.cmd_FinVenta.visible);
+    EXPECT_FALSE(f.cmdDeuda.visible);
+    EXPECT_TRUE(f.tmrResalto.Enabled());
+    anfitrion.Avanzar(200);
+    EXPECT_NE(f.Frame1.backColor, antes);
+    EXPECT_EQ(f.Frame5.backColor, f.Frame1.backColor);
+    anfitrion.Avanzar(200 * 8);
+    EXPECT_FALSE(f.tmrResalto.Enabled());
+    EXPECT_EQ(f.ContadorResalto, 0);
+    // The method chosen then shows the finish.
+    Pulsar(f.PanelFormasPago, 0);
+    EXPECT_EQ(f.lblFormaPago.caption, " Contado");
+    EXPECT_TRUE(f.cmd_FinVenta.visible);
+}
+
+TEST_P(Cobrar, Tarjeta_PagaElTotalSalvoUnaParteTecleada) {
+    frmCobrar& f = Cobro();
+    TeclaFuncion(f.txt_Entrega, 2);  // F2: the card, with 0,00 typed
+    EXPECT_EQ(f.FormaPago, "2");
+    EXPECT_EQ(f.lblFormaPago.caption, " Tarjeta");
+    EXPECT_EQ(f.txt_Entrega.Text(), "12,10");
+    EXPECT_TRUE(f.cmd_FinVenta.visible);
+
+    f.txt_Entrega.selLength = Len(f.txt_Entrega.Text());
+    Entrega(f, "5");
+    TeclaFuncion(f.txt_Entrega, 2);
+    EXPECT_EQ(f.txt_Entrega.Text(), "5");
+    EXPECT_FALSE(f.cmd_FinVenta.visible);
+
+    TeclaFuncion(f.txt_Entrega, 5);  // F5 with four methods: nothing
+    EXPECT_EQ(f.FormaPago, "2");
+    TeclaFuncion(f.txt_Entrega, 4);
+    EXPECT_EQ(f.FormaPago, "7");
+    EXPECT_EQ(f.lblFormaPago.caption, " Cheque");
+}
+
+TEST_P(Cobrar, Mixto_LaTarjetaProponeElEfectivoYNoAlReves) {
+    frmCobrar& f = Cobro();
+    TeclaFuncion(f.txt_Entrega, 3);
+    ASSERT_TRUE(f.fr_totalesMixto.visible);
+    EXPECT_TRUE(f.txtPagoTarjeta.TieneFoco());
+    EXPECT_EQ(f.txtTotalMixto.Text(), "12,10");
+    struct Paso {
+        TextBox* caja;
+        const char* texto;
+        const char* tarjeta;
+        const char* efectivo;
+        const char* cambio;
+        const char* entrega;
+    };
+    const Paso pasos[] = {
+        {&f.txtPagoTarjeta, "10", "10", "2,10", "", "12,10"},
+        {&f.txtPagoTarjeta, "20", "20", "0,00", "7,90", "20,00"},
+        {&f.txtPagoTarjeta, "2", "2", "10,10", "7,90", "12,10"},  // the change stays as it stood
+        {&f.txtPagoEfectivo, "15", "2", "15", "4,90", "17,00"},
+        {&f.txtPagoEfectivo, "1", "2", "1", "4,90", "3,00"},  // short: nothing proposed for the card
+    };
+    for (const Paso& p : pasos) {
+        SCOPED_TRACE(p.texto);
+        p.caja->SetText(p.texto);
+        EXPECT_EQ(f.txtPagoTarjeta.Text(), p.tarjeta);
+        EXPECT_EQ(f.txtPagoEfectivo.Text(), p.efectivo);
+        EXPECT_EQ(f.txtCambioMixto.Text(), p.cambio);
+        EXPECT_EQ(f.txt_Entrega.Text(), p.entrega);
+    }
+    EXPECT_FALSE(f.cmd_FinVenta.visible);
+    // Enter in a mixed entry finishes even with the button hidden: short
+    // and without a customer, it is refused and the screen stays.
+    Intro(f.txtPagoEfectivo);
+    ASSERT_EQ(Avisos().size(), 1u);
+    EXPECT_EQ(Avisos()[0],
+              "MENSAJE [TPV] Tiene que introducir en la casilla de entrega cliente una cantidad mayor o igual al "
+              "importe de la venta -> Aceptar");
+    EXPECT_TRUE(f.Cargada());
+    EXPECT_FALSE(Unica<frmCaja>().VentaCobrada);
+}
+
+TEST_P(Cobrar, Intro_SusTresCaminos) {
+    struct Caso {
+        const char* que;
+        const char* cliente;
+        const char* tecleado;  // nullptr: the entry emptied
+        bool cobrada;
+        const char* entrega;
+        const char* devolucion;
+    };
+    const Caso casos[] = {
+        {"vacio sin cliente: pago exacto", "0", nullptr, true, "12,10", "0,00"},
+        {"cero sin cliente: pago exacto", "0", "0", true, "12,10", "0,00"},
+        {"de mas sin cliente: contado", "0", "50", true, "50", "37,90"},
+        {"de menos sin cliente: nada", "0", "5", false, "5", "7,10"},
+        {"con cliente: solo el parpadeo", "4", nullptr, false, "", "12,10"},
+    };
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.que);
+        frmCobrar& f = Cobro({"8410001"}, c.cliente);
+        frmCaja& caja = Unica<frmCaja>();
+        caja.VentaCobrada = false;
+        if (c.tecleado) Entrega(f, c.tecleado);
+        else f.txt_Entrega.SetText("");
+        Intro(f.txt_Entrega);
+        EXPECT_EQ(caja.VentaCobrada, c.cobrada);
+        EXPECT_EQ(f.Cargada(), !c.cobrada);
+        EXPECT_EQ(f.tmrResalto.Enabled(), std::string(c.cliente) != "0" && f.Cargada());
+        if (c.cobrada) {
+            EXPECT_EQ(caja.txt_Entrega_U_V.Text(), c.entrega);
+            EXPECT_EQ(caja.txt_Devolucion_U_V.Text(), c.devolucion);
+            EXPECT_EQ(caja.lblForma_U_V.caption, "Forma Pago = Contado");
+            EXPECT_EQ(caja.txtTotal_U_V.Text(), "12,10");
+        } else {
+            EXPECT_EQ(f.txt_Entrega.Text(), c.entrega);
+            EXPECT_EQ(f.txt_Devolucion.Text(), c.devolucion);
+        }
+        EXPECT_TRUE(Avisos().empty());
+    }
+}
+
+TEST_P(Cobrar, F12_TerminaOPasaAlFiltroDeLaEntrega) {
+    frmCobrar& f = Cobro();
+    // Hidden finish: F12 is an ordinary key of the entry, which clears a
+    // wholly selected text and lets nothing in.
+    f.txt_Entrega.selLength = Len(f.txt_Entrega.Text());
+    TeclaFuncion(f.txt_Entrega, 12);
+    EXPECT_EQ(f.txt_Entrega.Text(), "");
+    EXPECT_TRUE(f.Cargada());
+    Entrega(f, "13");
+    TeclaFuncion(f.txt_Entrega, 12);
+    EXPECT_FALSE(f.Cargada());
+    EXPECT_TRUE(Unica<frmCaja>().VentaCobrada);
+    EXPECT_EQ(Unica<frmCaja>().txt_Devolucion_U_V.Text(), "0,90");
+}
+
+TEST_P(Cobrar, Teclado_EntradaActivaComaYElSieteQueAtrapaErrores) {
+    frmCobrar& f = Cobro();
+    ASSERT_EQ(f.EntradaActiva, &f.txt_Entrega);
+    for (int tecla : {1, 10, 5, 10, 0, 7, 9}) Clic(f.btnNumerico_Cobro[static_cast<std::size_t>(tecla)]);
+    EXPECT_EQ(f.txt_Entrega.Text(), "1,50");  // one comma, two decimals
+    Clic(f.cmd_nuevoCobro);
+    EXPECT_EQ(f.txt_Entrega.Text(), "");
+    EXPECT_EQ(f.txt_Devolucion.Text(), "");
+    Clic(f.btnNumerico_Cobro[10]);  // a comma on an empty entry leaves it empty
+    EXPECT_EQ(f.txt_Entrega.Text(), "");
+
+    // No entry: every digit fails but the 7, which goes to txt_Entrega.
+    f.EntradaActiva = nullptr;
+    Clic(f.btnNumerico_Cobro[3]);
+    ASSERT_EQ(Avisos().size(), 1u);
+    EXPECT_EQ(Avisos()[0], "ERROR 91: Variable de objeto o bloque With no establecido");
+    f.EntradaActiva = nullptr;
+    anfitrion.Accion([&] { f.cmdSalir.SetFocus(); });  // the pad's button took the focus
+    Clic(f.btnNumerico_Cobro[7]);
+    EXPECT_EQ(Avisos().size(), 1u);
+    EXPECT_EQ(f.txt_Entrega.Text(), "7");
+}
+
+TEST_P(Cobrar, Casillas_SonAjustesDeLaTiendaYSeGuardan) {
+    frmCobrar& f = Cobro();
+    struct Caso {
+        CheckBox* casilla;
+        CheckBox* gemela;
+        const char* columna;
+        bool* opcion;
+    };
+    Sesion& s = sesion();
+    const Caso casos[] = {{&f.chk_Cajetin, &f.chkCajetinMixto, "abrircajetin", &s.opciones.abrircajetin},
+                          {&f.chk_Imprimir, &f.chkTicketMixto, "imprimirticket", &s.opciones.imprimirticket},
+                          {&f.chk_Factura, &f.chkFacturaMixto, "facturas", &s.opciones.facturas}};
+    for (const Caso& c : casos) {
+        SCOPED_TRACE(c.columna);
+        const int antes = c.casilla->Value();
+        Clic(*c.casilla);
+        EXPECT_EQ(c.casilla->Value(), 1 - antes);
+        EXPECT_EQ(c.gemela->Value(), 1 - antes);
+        EXPECT_EQ(*c.opcion, antes == 0);
+        EXPECT_EQ(CBool(Valor(std::string("select ") + c.columna + " from opciones")), antes == 0);
+    }
+    // The mixed twin ticks the main one, which keeps it too.
+    f.chkCajetinMixto.SetValue(1);
+    EXPECT_EQ(f.chk_Cajetin.Value(), 1);
+    EXPECT_TRUE(CBool(Valor("select abrircajetin from opciones")));
+}
+
+TEST_P(Cobrar, Albaran_CopiasYTerminaSinCobrar) {
+    frmCobrar& f = Cobro({"8410001"}, "4");
+    std::vector<std::pair<std::int32_t, int>> albaranes;
+    f.GrabarAlbaran = [&](std::int32_t venta, int copias) { albaranes.emplace_back(venta, copias); };
+    Clic(f.optAlbaran);
+    EXPECT_FALSE(f.Frame5.visible);
+    EXPECT_TRUE(f.frNumCopias.visible);
+    EXPECT_TRUE(f.cmd_FinVenta.visible);
+    EXPECT_FALSE(f.cmdDeuda.visible);
+    EXPECT_EQ(f.CopiasAlbaran, 1);
+    Clic(f.cmdCopias3);
+    ASSERT_EQ(albaranes.size(), 1u);
+    EXPECT_EQ(albaranes[0].first, CLng(Value(Unica<frmCaja>().lblNumVenta.caption)));
+    EXPECT_EQ(albaranes[0].second, 3);
+    EXPECT_TRUE(Unica<frmCaja>().VentaCobrada);
+    EXPECT_FALSE(f.Cargada());
+}
+
+TEST_P(Cobrar, TicketRegalo_FilasAmarillasYComentario) {
+    frmCobrar& f = Cobro({"8410001", "8410002", "8410003"});
+    Clic(f.cmdTicketRegalo);
+    ASSERT_TRUE(f.frTicketRegalo.visible);
+    const Grid& venta = Unica<frmCaja>().FGCaja;
+    ASSERT_EQ(f.FGCaja.Rows(), venta.Rows());
+    EXPECT_EQ(f.FGCaja.TextMatrix(2, 0), "Jabon");
+    EXPECT_EQ(f.FGCaja.ColWidth(0), venta.ColWidth(0) - 175);
+    EXPECT_EQ(f.FGCaja.ColWidth(2), 0);  // a hidden column stays hidden
+    EXPECT_EQ(f.ObtenerListaProdTicketRegalo(), "");
+    auto clic = [&](long fila) { anfitrion.Accion([&] { f.FGCaja.ClicEnCelda(fila, 1, false); }); };
+    clic(1);
+    clic(3);
+    clic(2);
+    clic(3);  // again: back to white
+    clic(0);  // the heading never
+    EXPECT_EQ(f.FGCaja.CellBackColor(1, 5), 65535);
+    EXPECT_EQ(f.FGCaja.CellBackColor(3, 0), 0xFFFFFF);
+    EXPECT_EQ(f.ObtenerListaProdTicketRegalo(), "Colonia#Jabon");
+    Clic(f.cmdImpTicketRegalo);
+    EXPECT_FALSE(f.frTicketRegalo.visible);
+    EXPECT_EQ(f.ObtenerListaProdTicketRegalo(), "Colonia#Jabon");  // the choice stays
+    // A single one-character name keeps its mark.
+    f.FGCaja.SetTextMatrix(1, 0, "5");
+    clic(2);
+    EXPECT_EQ(f.ObtenerListaProdTicketRegalo(), "#5");
+
+    const std::string largo = std::string(48, 'a') + "ñú" + std::string(30, 'b');
+    Clic(f.cmd_ObsTRegalo);
+    ASSERT_TRUE(f.fr_TRegalo.visible);
+    f.txtObsTRegalo.SetText(largo);
+    Clic(f.cmd_AceptarTRegalo);
+    EXPECT_FALSE(f.fr_TRegalo.visible);
+    EXPECT_EQ(sesion().ComentarioTicketRegalo, largo);
+    EXPECT_EQ(Texto(Valor("select datoa from relaciones_fijas where indice = 'ComentarioTicketRegalo'")),
+              std::string(48, 'a') + "ñú");
+    EXPECT_EQ(Texto(Valor("select otros from relaciones_fijas where indice = 'ComentarioTicketRegalo'")),
+              std::string(30, 'b'));
+    f.GuardarComentarioTRegalo("corto");
+    EXPECT_EQ(CLng(Valor("select count(*) from relaciones_fijas where indice = 'ComentarioTicketRegalo'")), 1);
+    EXPECT_EQ(Texto(Valor("select otros from relaciones_fijas where indice = 'ComentarioTicketRegalo'")), "");
+}
+
+TEST_P(Cobrar, Visor_MuestraElTotal) {
+    prueba::VisorGrabado visor;
+    sesion().VisorActivo = true;
+    Cobro();
+    ASSERT_FALSE(visor.lineas.empty());
+    EXPECT_EQ(visor.lineas.back(), std::make_pair(std::string("Total"), std::string("12,10")));
+}
+
+TEST_P(Cobrar, DesdeLaCaja_F9CobraYMuestraLaUltimaVenta) {
+    frmCaja& c = Abrir();
+    ConectarCobro(c);
+    Escanear("8410001");
+    Escanear("8410002");
+    std::deque<std::function<void()>> pasos = {
+        [&] { Teclear(Unica<frmCobrar>().txt_Entrega, "20"); },
+        [&] { Intro(Unica<frmCobrar>().txt_Entrega); },
+    };
+    anfitrion.siguiente = [&] {
+        if (pasos.empty()) return false;
+        auto paso = pasos.front();
+        pasos.pop_front();
+        paso();
+        return true;
+    };
+    const std::string articulos = c.txtTArticulos.Text();
+    TeclaFuncion(c.txtcod, 9);
+    anfitrion.siguiente = nullptr;
+    EXPECT_TRUE(pasos.empty());
+    EXPECT_FALSE(Unica<frmCobrar>().Cargada());
+    EXPECT_TRUE(c.frUltimaVenta.visible);
+    EXPECT_EQ(c.txtTotal_U_V.Text(), "14,10");
+    EXPECT_EQ(c.txt_Entrega_U_V.Text(), "20");
+    EXPECT_EQ(c.txt_Devolucion_U_V.Text(), "5,90");
+    EXPECT_EQ(c.lblForma_U_V.caption, "Forma Pago = Contado");
+    EXPECT_EQ(c.lblNumProductos.caption, articulos);
+    EXPECT_EQ(c.lblNumVenta.caption, "");
+    EXPECT_TRUE(Avisos().empty());
+    c.MostrarCobro = nullptr;
+}
+
+TPV_EN_CADA_MOTOR(Cobrar);
+
+}  // namespace
+}  // namespace tpv
