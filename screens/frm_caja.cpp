@@ -248,6 +248,9 @@ void frmCaja::limpiarGrids() {
 void frmCaja::MostrarTerminar(bool mostrar) {
     cmdTerminarVenta.visible = mostrar;
     cmdTerminarVenta_Tactil.visible = mostrar;
+    // The discounts on the whole sale come and go with it.
+    cmd_DescImporte.visible = mostrar;
+    cmd_DescPorcentaje.visible = mostrar;
 }
 
 void frmCaja::LimpiarPantalla() {

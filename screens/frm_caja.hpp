@@ -12,7 +12,8 @@
 // workings are split by subject: the screen and its modes (frm_caja.cpp),
 // its layout (frm_caja_diseno.cpp), selling by code (frm_caja_codigo.cpp),
 // the touch panels and pads (frm_caja_tactil.cpp), the timers and sliding
-// panels (frm_caja_timers.cpp).
+// panels (frm_caja_eventos.cpp), the line editor (frm_caja_lupa.cpp) and the
+// discounts on the whole sale (frm_caja_descuentos.cpp).
 namespace tpv {
 
 // Eleven keys of a numeric pad: the digits 0 to 9 and the comma (10).
@@ -156,6 +157,43 @@ public:
     void Top_Ten(const std::string& tipo, DateTime desde, DateTime hasta);
     void lbl_cerrar_Click();
 
+    // --- Line editor (frm_caja_lupa.cpp) ---
+    Frame fr_DatosLupa, frLupaInferior, fr_LupaMovil, fr_NuevoValor, fr_EmpLupa;
+    TextBox txt_NomLupa, txt_PrecioLupa, txt_EmpLupa, txt_CantLupa, txt_DescLupa, txt_TotalLupa;
+    Label lblCodEmp, lbl_tipoItem, lbl_TitValorLupa, lblEmpleadosLupa;
+    CommandButton cmd_AceptarImporte, cmd_AceptarLupa, cmd_SalirLupa, cmd_BorrarLupa;
+    void FGCaja_Click();
+    void MuestroLupaEmpleados(long fila);
+    void ColocoLupa(long fila);
+    void ReducirLupa();
+    void QuitarFocoCajasLupa();
+    void CargoDatosLupa(long fila);
+    void EditarEntradaLupa(TextBox& entrada);
+    void moverLupa(bool conEmpleados);
+    void txt_ValorLupa_KeyPress(int& tecla);
+    void cmd_AceptarImporte_Click();
+    void RecalcularTotalLupa();
+    void PanelEmpLupa_Pulsado();
+    void ModificarGrid(long fila);
+    void cmd_AceptarLupa_Click();
+    void cmd_SalirLupa_Click();
+    void cmd_BorrarLupa_Click();
+
+    // --- Discounts on the whole sale (frm_caja_descuentos.cpp) ---
+    TextBox txtImporte;
+    Label lblTitDesc, lblImporteDesc;
+    CommandButton cmdAceptarEmp, cmdCancelar;
+    int ModoDescuento = 0;  // 0 by amount, 1 by percentage
+    void cmd_DescImporte_Click();
+    void cmd_DescPorcentaje_Click();
+    void txtImporte_KeyPress(int& tecla);
+    void txtImporte_Change();
+    void cmdAceptarEmp_Click();
+    void cmdCancelar_Click();
+    void AplicarDescuento();
+    void AplicarDescuentoGrid(double& porcentaje);
+    void AplicarDescuentoBD();
+
     // --- Timers and sliding panels ---
     void ColocarAyuda();
     void cmdAyuda_Click();
@@ -179,6 +217,11 @@ private:
     void DisenarTimers();
     void DisenarTop();
     void ConectarTop();
+    void DisenarLupa();
+    void DisenarDescuentos();
+    void ConectarLupa();
+    void ConectarDescuentos();
+    void tmrMovLupa_Timer();
     void Teclado(TecladoNumerico& teclas, const std::string& prefijo, Control* marco, double x, double y,
                  double lado);
     void Conectar();

@@ -200,13 +200,11 @@ void frmCaja::DisenarPaneles() {
     Poner(frImagen, "frImagen", kMargen, 1080, 7320, 7800, "", &fr_Padre);
     Poner(imgProdZoom, "imgProdZoom", 0, 0, 7320, 7800, "", &frImagen);
     Poner(fr_Lupa, "fr_Lupa", kDerecha, 1920, kAnchoDerecha, 5280, "MODIFICACION DE LINEA DE VENTA", &fr_Padre);
-    Poner(txt_ValorLupa, "txt_ValorLupa", 240, 240, 2880, 720, "", &fr_Lupa);
-    Teclado(btnNumerico_Lupa, "btnNumerico_Lupa", &fr_Lupa, 3360, 240, 840);
-    Poner(cmd_nuevoLupa, "cmd_nuevoLupa", 3360 + 2 * 960, 240 + 3 * 876, 840, 756, "C", &fr_Lupa);
-    Poner(PanelEmpLupa, "PanelEmpLupa", 240, 3960, 6840, 1200, "", &fr_Lupa);
+    DisenarLupa();
     Poner(frTop, "frTop", kDerecha, 1920, kAnchoDerecha, 5280, "", &fr_Padre);
     DisenarTop();
     Poner(frDescuentoImporte, "frDescuentoImporte", kDerecha + 1200, 3000, 4920, 2400, "", &fr_Padre);
+    DisenarDescuentos();
     Poner(frDeuda, "frDeuda", kDerecha + 600, 3000, 6120, 2400, "", &fr_Padre);
     Poner(lblDeudaInfo, "lblDeudaInfo", 240, 240, 5640, 720, "", &frDeuda);
     Poner(lblImpDeuda, "lblImpDeuda", 240, 1080, 5640, 720, "", &frDeuda);

@@ -62,6 +62,8 @@ void frmCaja::Conectar() {
     cmdGastos.Click = [] { Unica<frmGastos>().Show(true); };
     Command7.Click = [] { Unica<frmObservaciones>().Show(true); };
     cmdReimprimir.Click = [] { Unica<frmReImprimir>().Show(true); };
+    ConectarLupa();
+    ConectarDescuentos();
     cmdNuevaVenta.Click = [this] { cmdNuevaVenta_Click(); };
     cmd_CambioEmpleado.Click = [this] { cmd_CambioEmpleado_Click(); };
     cmd_VentasActivas.Click = [this] { cmd_VentasActivas_Click(); };
@@ -253,7 +255,7 @@ void frmCaja::ConectarTimers() {
         MoveFrame(frDeuda, "derecha", width);
     };
     tmrMovGen.Tick = [this] { tmrMovGen_Timer(); };
-    tmrMovLupa.Tick = [this] { tmrMovLupa.SetEnabled(false); };
+    tmrMovLupa.Tick = [this] { tmrMovLupa_Timer(); };
     tmrMovModificacion.Tick = [this] { tmrMovModificacion_Timer(); };
     tmrVolverLista.Tick = [this] {
         FGCaja.visible = true;
