@@ -3,6 +3,7 @@
 // employee.
 #include "screens/frm_caja.hpp"
 
+#include "closing/abono.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/error.hpp"
 #include "core/runtime/fecha.hpp"
@@ -189,6 +190,9 @@ void frmCaja::CargarOpcionesEnPantalla() {
 
 void frmCaja::Form_Activate() {
     if (ModoAbono && !FocoEnBuscarProducto) {
+        // A refund starts as a new sale for the customer of the invoice.
+        cmdNuevaVenta_Click();
+        lblCodCliente.caption = ClienteAbono(NumeroFacturaAbonada);
         lblModificacion.caption = "Abono de Venta";
         lblModificacion.left = cmdAyuda.left;
         lblModificacion.backColor = fr_Padre.backColor;

@@ -71,7 +71,9 @@ public:
     // --- State of the screen ---
     bool VentaNueva = true;            // no sale open: the next item opens one
     bool ModoAbono = false;            // taking a refund
-    std::int32_t VentaReabierta = 0;   // the closed sale being refunded
+    std::int32_t VentaReabierta = 0;   // the closed sale being refunded, or the open sale of a modification
+    std::string NumeroFacturaAbonada;  // the invoice under refund, as the closing reads it
+    std::int32_t VentaBorrar = 0;      // the open sale that a deletion made of a closed one
     bool VentaDinDep = false;          // a deposit-money sale
     bool VentaCobrada = false;         // left by the settlement screen: the sale was closed
     bool ImprimirFacturaAlCerrar = false;  // left by the settlement screen: print the invoice
@@ -108,6 +110,13 @@ public:
     void cmd_CambioEmpleado_Click();
     void Picture1_Click();
     void mostrarVenta(std::int32_t numero);
+
+    // --- Refunds, modifying and deleting closed sales ---
+    void cmdAbonoVenta_Click();
+    void cmdDevoluciones_Click();
+    void cmdBorrarVentas_Click();
+    // Gives up the whole sale on the screen: it goes to the annulled sales.
+    void cmd_Borrar_Click();
     void cargarPanelVentas();
     // Focus to the code entry of the mode; a control that can't take it is passed over.
     void FocoEntrada();
@@ -230,6 +239,7 @@ private:
     void ConectarOpciones();
     void ConectarTimers();
     void ConectarTeclasDeFuncion();
+    void ConectarDevoluciones();
     void colorearme();
     void ModificarTamano();
     void CargarOpcionesEnPantalla();

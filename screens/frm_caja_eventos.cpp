@@ -64,6 +64,7 @@ void frmCaja::Conectar() {
     cmdReimprimir.Click = [] { Unica<frmReImprimir>().Show(true); };
     ConectarLupa();
     ConectarDescuentos();
+    ConectarDevoluciones();
     cmdNuevaVenta.Click = [this] { cmdNuevaVenta_Click(); };
     cmd_CambioEmpleado.Click = [this] { cmd_CambioEmpleado_Click(); };
     cmd_VentasActivas.Click = [this] { cmd_VentasActivas_Click(); };
