@@ -145,6 +145,8 @@ void GrabarCabeceraAbono(std::int32_t numeroAbono, std::int32_t numeroVenta, con
 }
 
 std::string ClienteAbono(const std::string& numeroFactura) {
+    // No invoice named yet: no customer, rather than a statement cut short.
+    if (numeroFactura.empty()) return "";
     Recordset rs;
     rs.Open("select cliente from cabecera_Factura where numero = " + numeroFactura, sesion().Conexion);
     if (rs.Eof()) return "";
