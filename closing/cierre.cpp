@@ -80,7 +80,8 @@ void CerrarVenta(DatosCierre& datos, CajaEnCierre& caja) {
         numeroAbono = SiguienteNumeroAbono();
         const std::int32_t numeroFacturaAbonada = CLng(Value(caja.NumeroFacturaAbonada));
         GrabarDetalleAbono(numeroAbono, datos.numeroVenta, numeroFacturaAbonada);
-        GrabarCabeceraAbono(numeroAbono, datos.numeroVenta, datos.formaPago, datos.tarjeta, numeroFacturaAbonada);
+        GrabarCabeceraAbono(numeroAbono, datos.numeroVenta, datos.formaPago, datos.tarjeta, numeroFacturaAbonada,
+                            caja.Fecha1);
         BorrarVentaTemp(datos.numeroVenta);
         if (datos.imprimirValeAbono) EmitirValeAbono(numeroFacturaAbonada, Abs(Val(caja.CajaText_Pago)));
     } else {
