@@ -78,7 +78,7 @@ public:
     bool VentaCobrada = false;         // left by the settlement screen: the sale was closed
     bool ImprimirFacturaAlCerrar = false;  // left by the settlement screen: print the invoice
     bool FocoEnBuscarProducto = false;     // the product search was opened from here
-    std::string ModoBusqueda;              // what the search screen looks for: "Pr" products
+    std::string ModoBusqueda;              // what the search screen looks for: "Pr" products, "Cl" customers
     TextBox* ControlActivo = nullptr;      // the entry that last took the focus: the pads write to it
     std::string ColorResalte, ColorFoco, ColorFondo, ColorSegundo, ColorFilasGrid;
     std::string DireccionModificacion;     // "derecha" or "izquierda": where lblModificacion goes
@@ -210,6 +210,14 @@ public:
     // (its left for "izquierda"/"derecha", its top for "arriba"/"abajo").
     void MoveFrame(Control& panel, const std::string& direccion, double destino);
 
+    // --- The customer of the sale (frm_caja_clientes.cpp) ---
+    void txtNomCliente_KeyPress(int& tecla);
+    void txtNomCliente_Click();
+    void cmdBuscarCliente_Click();
+    void Command10_Click();
+    void MostrarResultadoBusqueda();
+    void bt_historico_Click();
+
 protected:
     void Disenar() override;
     void Form_Load() override;
@@ -238,6 +246,7 @@ private:
     void ConectarTactil();
     void ConectarOpciones();
     void ConectarTimers();
+    void ConectarClientes();
     void ConectarTeclasDeFuncion();
     void ConectarDevoluciones();
     void colorearme();

@@ -65,6 +65,7 @@ void frmCaja::Conectar() {
     ConectarLupa();
     ConectarDescuentos();
     ConectarDevoluciones();
+    ConectarClientes();
     cmdNuevaVenta.Click = [this] { cmdNuevaVenta_Click(); };
     cmd_CambioEmpleado.Click = [this] { cmd_CambioEmpleado_Click(); };
     cmd_VentasActivas.Click = [this] { cmd_VentasActivas_Click(); };
