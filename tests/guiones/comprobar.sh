@@ -43,6 +43,9 @@ if [[ $motor == postgresql ]]; then
   psql -q "$TPV_PG_URI" -c "drop database if exists $nombre" >/dev/null 2>&1 || true
 fi
 
+# Files the run wrote under its temporary folder are named from TMP.
+sed -i "s|$tmp|TMP|g" "$tmp/salida"
+
 esperada=$(sed -n 's/^# salida //p' "$escenario" | head -1)
 fallo=0
 if ! diff -u "$esperado" "$tmp/salida"; then fallo=1; fi
