@@ -1,8 +1,10 @@
 // Any key on any control of the till screen, any text in the code entry and
 // any press in any state: the screen's own behaviour or nothing, a run-time
 // error at most (shown and logged by the host), and the till goes on selling.
+#include <cstdlib>
 #include <functional>
 
+#include "core/servicios/suite_launcher.hpp"
 #include "tests/screens/caja_prueba.hpp"
 
 namespace tpv {
@@ -14,6 +16,19 @@ protected:
         frmCaja& c = Unica<frmCaja>();
         if (!c.Cargada()) c.Show();
         return c;
+    }
+    // The history tool's button closes the connection, starts the tool and
+    // opens the connection again: here it starts nothing, and the database
+    // to open again is this test's own.
+    void SetUp() override {
+        prueba::CajaTest::SetUp();
+        ::setenv("TPV_DATABASE", uri.c_str(), 1);
+        SuiteLauncher::FijarGrabador([](const std::string&, const std::string&) {});
+    }
+    void TearDown() override {
+        SuiteLauncher::FijarGrabador(nullptr);
+        ::unsetenv("TPV_DATABASE");
+        prueba::CajaTest::TearDown();
     }
 };
 
