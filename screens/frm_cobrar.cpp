@@ -497,6 +497,7 @@ void frmCobrar::ConectarEntradas() {
 void frmCobrar::Conectar() {
     ConectarEntradas();
     ConectarPaneles();
+    ConectarDescuentos();
     // Every control hands its key to the function keys.
     for (Control& c : controles) {
         auto anterior = c.KeyDown;

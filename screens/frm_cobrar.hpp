@@ -13,7 +13,8 @@
 // no sale of its own: it reads the till screen and writes back to it.
 // Its workings: the opening and the payment (frm_cobrar.cpp), the panels
 // that open over it (frm_cobrar_paneles.cpp), its layout
-// (frm_cobrar_diseno.cpp).
+// (frm_cobrar_diseno.cpp), the discount on the whole sale
+// (frm_cobrar_descuentos.cpp).
 namespace tpv {
 
 class frmCaja;
@@ -70,6 +71,12 @@ public:
     Grid FGCaja;
     CommandButton cmdImpTicketRegalo, cmdSalirTicketRegalo, cmd_AceptarTRegalo, cmd_CancelarTRegalo;
     TextBox txtObsTRegalo;
+    // --- Discount on the whole sale ---
+    CommandButton cmd_DescImporte, cmd_DescPorcentaje;
+    Frame frDescuentoImporte;
+    Label lblTitDesc, lblImporteDesc;
+    TextBox txtImporte;
+    CommandButton cmdAceptarEmp, cmdCancelarDesc;
     // --- Timers ---
     Timer tmrResalto, tmrColorear;
 
@@ -88,6 +95,7 @@ public:
     bool ImprimirValeAbono = false;
     std::int16_t CopiasAlbaran = 1;
     TextBox* EntradaActiva = nullptr;  // the entry the keypad types into
+    int ModoDescuento = 0;             // 0 by amount, 1 by percentage
 
     // Work of other parts of the closing plugs in here; an empty hook does
     // nothing. `GrabarAlbaran` makes a delivery note of the open sale;
@@ -130,6 +138,17 @@ public:
     void cmd_ObsTRegalo_Click();
     void GuardarComentarioTRegalo(const std::string& texto);
 
+    // --- Discount on the whole sale (frm_cobrar_descuentos.cpp) ---
+    void cmd_DescImporte_Click();
+    void cmd_DescPorcentaje_Click();
+    void txtImporte_KeyPress(int& tecla);
+    void txtImporte_Change();
+    void cmdAceptarEmp_Click();
+    void cmdCancelarDesc_Click();
+    void AplicarDescuento();
+    void AplicarDescuentoGrid(double& porcentaje);
+    void AplicarDescuentoBD();
+
 protected:
     void Disenar() override;
     void Form_Load() override;
@@ -143,7 +162,10 @@ private:
     void DisenarTeclado();
     void DisenarPaneles();
     void DisenarRegalo();
+    void DisenarDescuentos();
     void Conectar();
+    void ConectarDescuentos();
+    void PedirDescuento(int modo, int maximo, const CommandButton& boton, const std::string& etiqueta);
     void ConectarEntradas();
     void ConectarPaneles();
     void colorearme();

@@ -35,6 +35,7 @@ void frmCobrar::Disenar() {
     DisenarMixto();
     DisenarPaneles();
     DisenarRegalo();
+    DisenarDescuentos();
     Poner(tmrResalto, "tmrResalto", 0, 0, 0, 0);
     tmrResalto.SetInterval(200);
     tmrResalto.enabled = false;
