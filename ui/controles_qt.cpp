@@ -313,11 +313,28 @@ WidgetDeControl Lista(ListBox& c, QWidget* padre, VistaPantalla& vista) {
             }};
 }
 
+// The model's combo takes typed text as well as a choice from its list, so
+// the widget is an editable one. Its keys go through the model like an
+// entry's (each character a Change); what the model holds is shown back,
+// with the caret at the end where the model writes.
 WidgetDeControl Combo(ComboBox& c, QWidget* padre, VistaPantalla& vista) {
     auto* w = new QComboBox(padre);
     w->setFocusPolicy(Qt::ClickFocus);
+    w->setEditable(true);
+    w->setInsertPolicy(QComboBox::NoInsert);
+    w->setCompleter(nullptr);
+    w->lineEdit()->setContextMenuPolicy(Qt::NoContextMenu);
     QObject::connect(w, &QComboBox::activated, w, [&c, &vista](int indice) {
+        if (vista.Actualizando()) return;
         vista.anfitrion().Ejecutar([&c, indice] { c.SetListIndex(indice); });
+    });
+    QObject::connect(w->lineEdit(), &QLineEdit::textEdited, w, [&c, &vista](const QString& texto) {
+        // Text that came without keys (a paste with the mouse).
+        if (vista.Actualizando()) return;
+        const std::string nuevo = texto.toStdString();
+        vista.anfitrion().Ejecutar([&c, nuevo] {
+            if (nuevo != c.Text()) c.SetText(nuevo);
+        });
     });
     return {w, [w, &c] {
                 QStringList textos;
@@ -328,11 +345,24 @@ WidgetDeControl Combo(ComboBox& c, QWidget* padre, VistaPantalla& vista) {
                     w->clear();
                     w->addItems(textos);
                 }
-                // The text may be one of no item: shown as the placeholder.
+                // Choosing an item writes its text in the entry: the index
+                // first, then the model's text, which may be of no item.
                 const int indice = static_cast<int>(c.ListIndex());
                 if (w->currentIndex() != indice) w->setCurrentIndex(indice);
-                w->setPlaceholderText(Q(c.Text()));
+                const QString texto = Q(c.Text());
+                QLineEdit* entrada = w->lineEdit();
+                if (entrada->text() != texto) {
+                    entrada->setText(texto);
+                    entrada->setCursorPosition(static_cast<int>(texto.size()));
+                }
                 FijarFuente(w, Fuente(w, c, QString(), 0.5, 15, 24));
+                FijarEstilo(w, QStringLiteral("QComboBox{background:%1;color:%2;border:1px solid #8c8c8c;"
+                                              "border-radius:4px;padding:0 6px;}"
+                                              "QComboBox:focus{border:2px solid #2f6fd0;}"
+                                              "QComboBox::drop-down{width:44px;}"
+                                              "QComboBox QAbstractItemView{min-height:40px;}"
+                                              "QComboBox QAbstractItemView::item{min-height:40px;}")
+                                   .arg(Css(ColorDeModelo(c.backColor)), ColorDeModelo(c.foreColor).name()));
             }};
 }
 

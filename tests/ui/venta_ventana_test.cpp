@@ -1,0 +1,191 @@
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+
+#include "core/datos/recordset.hpp"
+#include "core/sesion/pantalla.hpp"
+#include "core/sesion/sesion.hpp"
+#include "screens/frm_cobrar.hpp"
+#include "screens/pantallas.hpp"
+#include "tests/ui/ventana_prueba.hpp"
+
+namespace tpv {
+namespace {
+
+using prueba::TiendaEnVentanaTest;
+
+// The demo shop's till in bar-code mode, with helpers to sell by typing.
+class VentaEnVentanaTest : public TiendaEnVentanaTest {
+protected:
+    struct Producto {
+        std::string codigo, nombre;
+    };
+
+    frmCaja& AbrirCaja() {
+        EXPECT_EQ(Arrancar(), FinArranque::SeleccionEmpleado);
+        anfitrion->Ejecutar([] { Unica<frmCaja>().Show(); });
+        return Unica<frmCaja>();
+    }
+
+    // A product sold by its own code, at a price under twenty.
+    Producto Barato() {
+        Recordset rs;
+        rs.Open("select codigocliente, nombre from productos where codigocliente is not null and modoventa = false "
+                "and borrar = false and precio > 0 and precio < 20 order by codigo",
+                sesion().Conexion, adOpenStatic);
+        EXPECT_FALSE(rs.Eof());
+        if (rs.Eof()) return {};
+        return {rs.Get("codigocliente").text(), rs.Get("nombre").text()};
+    }
+
+    // Types the code into txtcod with real keys, as the reader does.
+    void Teclear(const std::string& codigo) {
+        anfitrion->Ejecutar([] { Unica<frmCaja>().txtcod.SetFocus(); });
+        QWidget* txtcod = Vista("frmCaja").WidgetDe("txtcod");
+        QTest::keyClicks(txtcod, QString::fromStdString(codigo));
+        QTest::keyClick(txtcod, Qt::Key_Return);
+    }
+
+    long Filas(const std::string& tabla) {
+        Recordset rs;
+        rs.Open("select count(*) as n from " + tabla, sesion().Conexion, adOpenStatic);
+        return rs.Get("n").IsNull() ? 0 : std::stol(rs.Get("n").text());
+    }
+
+    QString Texto(const std::string& pantalla, const std::string& control) {
+        auto* w = Widget<QLineEdit>(pantalla, control);
+        EXPECT_TRUE(w) << control;
+        return w ? w->text() : QString();
+    }
+};
+
+// A cash sale from the first key to the figures of the sale just closed: a
+// code typed on the till, F9 to the settlement screen, twenty handed over
+// and Enter; the till is then ready for the next customer.
+TEST_F(VentaEnVentanaTest, UnaVentaEnEfectivoSeTerminaEnLaPantallaDeCobro) {
+    frmCaja& caja = AbrirCaja();
+    const Producto p = Barato();
+    Teclear(p.codigo);
+    auto* rejilla = Widget<QTableWidget>("frmCaja", "FGCaja");
+    ASSERT_TRUE(rejilla && rejilla->rowCount() > 1 && rejilla->item(1, 0));
+    ASSERT_EQ(rejilla->item(1, 0)->text().toStdString(), p.nombre);
+    const QString total = Texto("frmCaja", "CajaText_Pago");
+    ASSERT_FALSE(total.isEmpty());
+    ASSERT_EQ(Filas("cabecera_factura_temp"), 1);
+
+    // The settlement screen is modal: what is done on it runs from the loop
+    // it waits in.
+    bool visto = false;
+    QTimer::singleShot(200, [&] {
+        ui::VistaPantalla* cobro = anfitrion->Vista("frmCobrar");
+        ASSERT_TRUE(cobro);
+        visto = true;
+        EXPECT_TRUE(cobro->isVisible());
+        EXPECT_EQ(Texto("frmCobrar", "CajaText_Pago"), total);
+        EXPECT_EQ(Texto("frmCobrar", "txt_Entrega"), "0,00");
+        EXPECT_TRUE(cobro->WidgetDe("txt_Entrega")->hasFocus() || !cobro->isActiveWindow());
+        Captura(*cobro, "frmCobrar");
+        // The entry opens wholly selected: twenty typed replace it, then Enter.
+        QWidget* entrega = cobro->WidgetDe("txt_Entrega");
+        QTest::keyClicks(entrega, QStringLiteral("20"));
+        EXPECT_EQ(Texto("frmCobrar", "txt_Entrega"), "20");
+        EXPECT_EQ(Texto("frmCobrar", "txt_Devolucion").toStdString(), Unica<frmCobrar>().txt_Devolucion.Text());
+        EXPECT_TRUE(cobro->WidgetDe("cmd_FinVenta")->isVisible());
+        Captura(*cobro, "frmCobrar_entrega");
+        QTest::keyClick(entrega, Qt::Key_Return);
+    });
+    QTest::keyClick(Vista("frmCaja").WidgetDe("txtcod"), Qt::Key_F9);
+    ASSERT_TRUE(visto);
+    EXPECT_EQ(anfitrion->Vista("frmCobrar"), nullptr);
+
+    // The sale is closed: its temporary rows went to the closed tables.
+    EXPECT_EQ(Filas("cabecera_factura_temp"), 0);
+    EXPECT_EQ(Filas("detalle_factura_temp"), 0);
+    EXPECT_EQ(Filas("cabecera_factura"), 1);
+
+    // The grid is empty again, the total is back to nothing and the last
+    // sale's panel shows the figures the model holds.
+    ui::VistaPantalla& vista = Vista("frmCaja");
+    EXPECT_TRUE(!rejilla->item(1, 0) || rejilla->item(1, 0)->text().isEmpty());
+    const QString vacio = Texto("frmCaja", "CajaText_Pago");
+    EXPECT_EQ(vacio.toStdString(), caja.CajaText_Pago.Text());
+    EXPECT_TRUE(vacio.isEmpty() || vacio == "0,00") << vacio.toStdString();
+    EXPECT_TRUE(vista.WidgetDe("frUltimaVenta")->isVisible());
+    EXPECT_EQ(Texto("frmCaja", "txtTotal_U_V"), total);
+    EXPECT_EQ(Texto("frmCaja", "txt_Entrega_U_V").toStdString(), caja.txt_Entrega_U_V.Text());
+    EXPECT_EQ(Texto("frmCaja", "txt_Devolucion_U_V").toStdString(), caja.txt_Devolucion_U_V.Text());
+    EXPECT_FALSE(caja.txt_Devolucion_U_V.Text().empty());
+    Captura(vista, "frmCaja_tras_la_venta");
+}
+
+// A touch on a line of the sale opens the line editor over the till, with
+// the line's figures in its entries.
+TEST_F(VentaEnVentanaTest, TocarUnaLineaAbreElEditorDeLinea) {
+    frmCaja& caja = AbrirCaja();
+    const Producto p = Barato();
+    Teclear(p.codigo);
+    auto* rejilla = Widget<QTableWidget>("frmCaja", "FGCaja");
+    ASSERT_TRUE(rejilla && rejilla->rowCount() > 1);
+    QTest::mouseClick(rejilla->viewport(), Qt::LeftButton, {}, rejilla->visualItemRect(rejilla->item(1, 0)).center());
+    ui::VistaPantalla& vista = Vista("frmCaja");
+    ASSERT_TRUE(caja.fr_Lupa.visible);
+    EXPECT_TRUE(vista.WidgetDe("fr_Lupa")->isVisible());
+    EXPECT_EQ(Texto("frmCaja", "txt_NomLupa").toStdString(), caja.txt_NomLupa.Text());
+    EXPECT_EQ(Texto("frmCaja", "txt_CantLupa").toStdString(), caja.txt_CantLupa.Text());
+    EXPECT_EQ(Texto("frmCaja", "txt_TotalLupa").toStdString(), caja.txt_TotalLupa.Text());
+    Captura(vista, "frmCaja_editor_de_linea");
+}
+
+// Closing the till's window with a sale open unloads the till; the sale
+// stays in the temporary tables, to be taken up again.
+TEST_F(VentaEnVentanaTest, CerrarLaVentanaConUnaVentaAbiertaLaDejaEnLaBase) {
+    frmCaja& caja = AbrirCaja();
+    const Producto p = Barato();
+    Teclear(p.codigo);
+    Teclear(p.codigo);
+    const std::string numero = caja.lblNumVenta.caption;
+    ASSERT_FALSE(numero.empty());
+    const long lineas = Filas("detalle_factura_temp");
+    ASSERT_GE(lineas, 1);
+
+    Vista("frmCaja").close();
+    EXPECT_FALSE(caja.Cargada());
+    EXPECT_EQ(anfitrion->Vista("frmCaja"), nullptr);
+    EXPECT_EQ(Filas("detalle_factura_temp"), lineas);
+    Recordset rs;
+    rs.Open("select numero from cabecera_factura_temp", sesion().Conexion, adOpenStatic);
+    ASSERT_FALSE(rs.Eof());
+    EXPECT_EQ(rs.Get("numero").text(), numero);
+}
+
+// On a display smaller than the design, the fitter shrinks the till: the
+// window and every control stay on the display, and buttons keep 48 pixels.
+TEST_F(VentaEnVentanaTest, EnUnaPantallaPequenaLaCajaCabeEntera) {
+    FijarPantalla(std::make_unique<PantallaFija>(800, 600));
+    for (int modo : {1, 0}) {
+        SCOPED_TRACE(modo);
+        if (modo == 1) AbrirCaja();
+        else {
+            anfitrion->Ejecutar([] { Unica<frmCaja>().Unload(); });
+            sesion().opciones.modopantallacaja = 0;
+            anfitrion->Ejecutar([] { Unica<frmCaja>().Show(); });
+        }
+        ui::VistaPantalla& vista = Vista("frmCaja");
+        EXPECT_LE(vista.width(), 800);
+        EXPECT_LE(vista.height(), 600);
+        const QRect ventana(QPoint(0, 0), vista.size());
+        for (QWidget* w : vista.findChildren<QWidget*>()) {
+            if (!w->isVisible() || !vista.ControlDe(w) || vista.WidgetDe(*vista.ControlDe(w)) != w) continue;
+            const QRect r(w->mapTo(&vista, QPoint(0, 0)), w->size());
+            // A button grown to a finger's size may stand out by a few pixels.
+            EXPECT_TRUE(ventana.adjusted(-24, -24, 24, 24).contains(r)) << w->objectName().toStdString();
+            if (qobject_cast<QPushButton*>(w)) EXPECT_GE(std::min(w->width(), w->height()), 48) << w->objectName().toStdString();
+        }
+        Captura(vista, modo == 1 ? "frmCaja_800x600_codigo" : "frmCaja_800x600_tactil");
+    }
+}
+
+}  // namespace
+}  // namespace tpv
