@@ -67,6 +67,8 @@ ajuste impresoras "Ticketera|Oficina"
 ajuste impresora.Ticketera "carpeta:$demo/papel"
 ajuste impresora.Oficina "carpeta:$demo/papel"
 ajuste impresora.Oficina.driver PDF
+# The drawer's port of the demo terminal: its bytes go to a file there too.
+ajuste puerto./dev/usb/lp0 "$demo/papel/cajon"
 # Without a real pole display, what it would show is mirrored on the screen.
 ajuste visor_en_pantalla SI
 set +e

@@ -7,7 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QProgressBar>
+#include <QRegularExpression>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
@@ -34,8 +36,11 @@ QString Q(const std::string& s) { return QString::fromStdString(s); }
 
 QString Css(const QColor& c) { return c.isValid() ? c.name() : QStringLiteral("palette(base)"); }
 
+// The smallest letter a text shrinks to before it is cut.
+constexpr int kMinimoLegible = 11;
+
 // A font whose size follows the control's height, the model's own size as a
-// floor, and shrinks until the text fits the width.
+// floor, and shrinks (down to a legible size) until the text fits the width.
 QFont Fuente(const QWidget* w, const Control& c, const QString& texto, double proporcion, int minimo, int maximo,
              bool negrita = false) {
     QFont f = w->font();
@@ -45,9 +50,18 @@ QFont Fuente(const QWidget* w, const Control& c, const QString& texto, double pr
     f.setBold(negrita);
     f.setPixelSize(px);
     if (!texto.isEmpty() && w->width() > 0) {
-        while (px > minimo && QFontMetrics(f).horizontalAdvance(texto) > w->width() - 12) f.setPixelSize(--px);
+        while (px > kMinimoLegible && QFontMetrics(f).horizontalAdvance(texto) > w->width() - 12) f.setPixelSize(--px);
     }
     return f;
+}
+
+// The longest word of a text that wraps: the one that must fit a line.
+QString PalabraMasLarga(const QString& texto, const QFont& f) {
+    QString larga;
+    const QFontMetrics m(f);
+    for (const QString& p : texto.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts))
+        if (m.horizontalAdvance(p) > m.horizontalAdvance(larga)) larga = p;
+    return larga;
 }
 
 void FijarFuente(QWidget* w, const QFont& f) {
@@ -67,8 +81,11 @@ WidgetDeControl Etiqueta(Label& c, QWidget* padre) {
     return {w, [w, &c] {
                 const QString texto = Q(c.caption);
                 if (w->text() != texto) w->setText(texto);
+                // A tall label wraps its words; none of them may be cut.
                 w->setWordWrap(w->height() > 48);
-                FijarFuente(w, Fuente(w, c, w->wordWrap() ? QString() : texto, 0.6, 14, 34, w->height() >= 36));
+                QFont f = Fuente(w, c, QString(), 0.6, 14, 34, w->height() >= 36);
+                FijarFuente(w, Fuente(w, c, w->wordWrap() ? PalabraMasLarga(texto, f) : texto, 0.6, 14, 34,
+                                      w->height() >= 36));
                 const QColor fondo = ColorDeModelo(c.backColor);
                 FijarEstilo(w, QStringLiteral("QLabel{background:%1;color:%2;padding:0 2px;}")
                                    .arg(Css(fondo), ColorDeModelo(c.foreColor).name()));
@@ -128,7 +145,7 @@ WidgetDeControl Entrada(TextBox& c, QWidget* padre, VistaPantalla& vista) {
                                        .arg(Css(fondo), ColorDeModelo(c.foreColor).name()));
                     return;
                 }
-                FijarFuente(w, Fuente(w, c, QString(), 0.55, 14, 30, w->height() >= 44));
+                FijarFuente(w, Fuente(w, c, texto, 0.55, 14, 30, w->height() >= 44));
                 FijarEstilo(w, QStringLiteral("QLineEdit{background:%1;color:%2;border:1px solid #8c8c8c;"
                                               "border-radius:4px;padding:0 6px;}"
                                               "QLineEdit:focus{border:2px solid #2f6fd0;}")
@@ -164,6 +181,23 @@ WidgetDeControl Boton(CommandButton& c, QWidget* padre, VistaPantalla& vista) {
             }};
 }
 
+// A frame with a caption. The strip of the title, above the border, is the
+// frame's too: what lies under the frame doesn't show through it.
+class MarcoConTitulo : public QGroupBox {
+public:
+    using QGroupBox::QGroupBox;
+    QColor fondo;
+
+protected:
+    void paintEvent(QPaintEvent* evento) override {
+        {
+            QPainter p(this);
+            p.fillRect(rect(), fondo.isValid() ? QBrush(fondo) : palette().base());
+        }
+        QGroupBox::paintEvent(evento);
+    }
+};
+
 WidgetDeControl Marco(Frame& c, QWidget* padre) {
     if (c.caption.empty()) {
         auto* w = new QFrame(padre);
@@ -171,8 +205,9 @@ WidgetDeControl Marco(Frame& c, QWidget* padre) {
                     FijarEstilo(w, QStringLiteral("QFrame#%1{background:%2;}").arg(Q(c.nombre), Css(ColorDeModelo(c.backColor))));
                 }};
     }
-    auto* w = new QGroupBox(padre);
+    auto* w = new MarcoConTitulo(padre);
     return {w, [w, &c] {
+                w->fondo = ColorDeModelo(c.backColor);
                 if (w->title() != Q(c.caption)) w->setTitle(Q(c.caption));
                 FijarEstilo(w, QStringLiteral("QGroupBox#%1{background:%2;color:%3;font-weight:bold;font-size:15px;"
                                               "border:1px solid #9a9a9a;border-radius:6px;margin-top:12px;}"
@@ -359,7 +394,8 @@ WidgetDeControl Combo(ComboBox& c, QWidget* padre, VistaPantalla& vista) {
                 FijarEstilo(w, QStringLiteral("QComboBox{background:%1;color:%2;border:1px solid #8c8c8c;"
                                               "border-radius:4px;padding:0 6px;}"
                                               "QComboBox:focus{border:2px solid #2f6fd0;}"
-                                              "QComboBox::drop-down{width:44px;}"
+                                              "QComboBox::drop-down{subcontrol-origin:padding;subcontrol-position:center right;"
+                                              "width:40px;border-left:1px solid #8c8c8c;}"
                                               "QComboBox QAbstractItemView{min-height:40px;}"
                                               "QComboBox QAbstractItemView::item{min-height:40px;}")
                                    .arg(Css(ColorDeModelo(c.backColor)), ColorDeModelo(c.foreColor).name()));

@@ -83,6 +83,48 @@ QRect VistaPantalla::Rectangulo(const Control& c) const {
     return QRect(x, y, std::max(0, x2 - x), std::max(0, y2 - y));
 }
 
+// A finger needs 48 pixels: a smaller button grows about its centre, within
+// its frame, into the room the buttons about it leave (half of each gap, as
+// they may grow into it too). Where there is no room left (a small display)
+// it stays smaller rather than cover another button.
+QRect VistaPantalla::RectanguloTactil(const Control& c, QRect r) const {
+    const QSize marco = c.contenedor ? Rectangulo(*c.contenedor).size() : size();
+    int arriba = r.top(), abajo = marco.height() - 1 - r.bottom();
+    int izquierda = r.left(), derecha = marco.width() - 1 - r.right();
+    for (const Enlace& e : enlaces_) {
+        const Control& otro = *e.control;
+        if (&otro == &c || otro.contenedor != c.contenedor || !otro.visible) continue;
+        if (!qobject_cast<QAbstractButton*>(e.widget)) continue;
+        const QRect o = Rectangulo(otro);
+        if (o.isEmpty() || o.intersects(r)) continue;  // an overlay, not a neighbour
+        if (o.left() <= r.right() && o.right() >= r.left()) {
+            if (o.bottom() < r.top()) arriba = std::min(arriba, (r.top() - o.bottom() - 1) / 2);
+            else abajo = std::min(abajo, (o.top() - r.bottom() - 1) / 2);
+        } else if (o.top() <= r.bottom() && o.bottom() >= r.top()) {
+            if (o.right() < r.left()) izquierda = std::min(izquierda, (r.left() - o.right() - 1) / 2);
+            else derecha = std::min(derecha, (o.left() - r.right() - 1) / 2);
+        }
+    }
+    // Half the need to each side, the rest to the other side if it has room.
+    const auto crecer = [](int falta, int antes, int despues) {
+        antes = std::max(antes, 0);
+        despues = std::max(despues, 0);
+        int a = std::min(falta / 2, antes);
+        const int d = std::min(falta - a, despues);
+        a = std::min(falta - d, antes);
+        return std::pair{a, d};
+    };
+    if (r.height() < kLadoTactil) {
+        const auto [a, d] = crecer(kLadoTactil - r.height(), arriba, abajo);
+        r.adjust(0, -a, 0, d);
+    }
+    if (r.width() < kLadoTactil) {
+        const auto [a, d] = crecer(kLadoTactil - r.width(), izquierda, derecha);
+        r.adjust(-a, 0, d, 0);
+    }
+    return r;
+}
+
 void VistaPantalla::Refrescar() {
     actualizando_ = true;
     const QString titulo = QString::fromStdString(ventana_.caption);
@@ -98,11 +140,9 @@ void VistaPantalla::Refrescar() {
     for (Enlace& e : enlaces_) {
         const Control& c = *e.control;
         QRect r = Rectangulo(c);
-        // A finger needs 48 pixels: smaller buttons grow about their centre.
-        if (qobject_cast<QAbstractButton*>(e.widget) && r.width() > 0 && r.height() > 0) {
-            if (r.height() < kLadoTactil) r.adjust(0, -(kLadoTactil - r.height()) / 2, 0, (kLadoTactil - r.height() + 1) / 2);
-            if (r.width() < kLadoTactil) r.adjust(-(kLadoTactil - r.width()) / 2, 0, (kLadoTactil - r.width() + 1) / 2, 0);
-        }
+        if (qobject_cast<QAbstractButton*>(e.widget) && r.width() > 0 && r.height() > 0 &&
+            (r.width() < kLadoTactil || r.height() < kLadoTactil))
+            r = RectanguloTactil(c, r);
         if (e.widget->geometry() != r) e.widget->setGeometry(r);
         e.refrescar();
         if (e.widget->isVisibleTo(e.widget->parentWidget()) != c.visible) e.widget->setVisible(c.visible);

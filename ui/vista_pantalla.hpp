@@ -50,6 +50,8 @@ private:
         std::function<void()> refrescar;
     };
     void Construir();
+    // A button's rectangle grown towards a finger's size.
+    QRect RectanguloTactil(const Control& c, QRect r) const;
 
     AnfitrionQt& anfitrion_;
     Ventana& ventana_;

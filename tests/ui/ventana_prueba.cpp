@@ -175,6 +175,15 @@ void TiendaEnVentanaTest::SetUp() {
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     SuiteSettings::Instancia().Escribir(kClaveProgramaShell, nombreShell);
     SuiteSettings::Instancia().Escribir("carpeta_programas", carpeta);
+    // The shop's printers and its drawer's port save what they get in a
+    // folder of the test.
+    SuiteSettings& ajustes = SuiteSettings::Instancia();
+    fs::create_directories(carpeta + "/papel");
+    ajustes.Escribir("impresoras", "Ticketera|Oficina");
+    ajustes.Escribir("impresora.Ticketera", "carpeta:" + carpeta + "/papel");
+    ajustes.Escribir("impresora.Oficina", "carpeta:" + carpeta + "/papel");
+    ajustes.Escribir("impresora.Oficina.driver", "PDF");
+    ajustes.Escribir("puerto./dev/usb/lp0", carpeta + "/papel/cajon");
     sesion().Reiniciar();
 }
 
