@@ -1,4 +1,7 @@
 #include <QLineEdit>
+#include <QListWidget>
+#include <cctype>
+#include <functional>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
@@ -9,6 +12,7 @@
 #include "core/runtime/conversiones.hpp"
 #include "core/sesion/pantalla.hpp"
 #include "core/sesion/sesion.hpp"
+#include "screens/frm_buscar.hpp"
 #include "screens/frm_cobrar.hpp"
 #include "screens/pantallas.hpp"
 #include "tests/ui/ventana_prueba.hpp"
@@ -59,6 +63,35 @@ protected:
         Recordset rs;
         rs.Open("select count(*) as n from " + tabla, sesion().Conexion, adOpenStatic);
         return CLng(rs.Get("n"));
+    }
+
+    // Opens a modal screen with `abrir` and runs `dentro` on it from the loop
+    // it waits in; then the screen leaves by its exit button. False when the
+    // screen never showed.
+    bool EnPantallaModal(const std::string& pantalla, const std::function<void()>& abrir,
+                         const std::function<void(ui::VistaPantalla&)>& dentro) {
+        bool vista = false;
+        QObject esta;  // the wait ends with the call, whatever happens
+        QTimer::singleShot(200, &esta, [&] {
+            ui::VistaPantalla* v = anfitrion->Vista(pantalla);
+            if (!v) return;
+            vista = true;
+            EXPECT_TRUE(v->isVisible());
+            dentro(*v);
+            if (auto* salir = qobject_cast<QPushButton*>(v->WidgetDe("cmdSalir")); salir && salir->isVisible())
+                QTest::mouseClick(salir, Qt::LeftButton);
+            if (Ventana* w = anfitrion->Buscar(pantalla)) anfitrion->Ejecutar([w] { w->Unload(); });
+        });
+        abrir();
+        return vista;
+    }
+
+    // Every button a finger presses is at least 48 pixels on each side.
+    static void BotonesTactiles(QWidget& ventana) {
+        for (QAbstractButton* b : ventana.findChildren<QAbstractButton*>()) {
+            if (!b->isVisible()) continue;
+            EXPECT_GE(std::min(b->height(), b->width()), 48) << b->objectName().toStdString();
+        }
     }
 
     QString Texto(const std::string& pantalla, const std::string& control) {
@@ -167,6 +200,50 @@ TEST_F(VentaEnVentanaTest, CerrarLaVentanaConUnaVentaAbiertaLaDejaEnLaBase) {
     rs.Open("select numero from cabecera_factura_temp", sesion().Conexion, adOpenStatic);
     ASSERT_FALSE(rs.Eof());
     EXPECT_EQ(CLng(rs.Get("numero")), CLng(Value(numero)));
+}
+
+// The search screen in both its faces and the screen that asks for a closed
+// sale open over the till, with their buttons at a finger's size.
+TEST_F(VentaEnVentanaTest, LasPantallasDeBusquedaYDeVentasCerradasSeAbrenSobreLaCaja) {
+    AbrirCaja();
+    const auto pulsar = [this](const char* control) {
+        return [this, control] { QTest::mouseClick(Vista("frmCaja").WidgetDe(control), Qt::LeftButton); };
+    };
+    EXPECT_TRUE(EnPantallaModal("frmBuscar", pulsar("cmdBuscarCliente"), [&](ui::VistaPantalla& v) {
+        EXPECT_TRUE(v.WidgetDe("FrCli")->isVisible());
+        EXPECT_FALSE(v.WidgetDe("FrProd")->isVisible());
+        // The first letter of a customer's name pressed on the screen's own
+        // keyboard: the entry shows it and the list finds the customer.
+        Recordset rs;
+        rs.Open("select nombre from clientes where nombre is not null order by codigo", sesion().Conexion,
+                adOpenStatic);
+        ASSERT_FALSE(rs.Eof());
+        const char letra = static_cast<char>(std::toupper(static_cast<unsigned char>(rs.Get("nombre").text()[0])));
+        rs.Close();
+        anfitrion->Ejecutar([] { Unica<frmBuscar>().txtnombre.SetFocus(); });
+        auto* tecla = qobject_cast<QPushButton*>(v.WidgetDe("bt_letra" + std::to_string(static_cast<int>(letra))));
+        ASSERT_TRUE(tecla) << letra;
+        QTest::mouseClick(tecla, Qt::LeftButton);
+        EXPECT_EQ(Texto("frmBuscar", "txtnombre").toStdString(), std::string(1, letra));
+        auto* lista = qobject_cast<QListWidget*>(v.WidgetDe("ListBusClie"));
+        ASSERT_TRUE(lista);
+        EXPECT_GT(lista->count(), 0);
+        EXPECT_EQ(lista->count(), Unica<frmBuscar>().ListBusClie.ListCount());
+        BotonesTactiles(v);
+        Captura(v, "frmBuscar_clientes");
+    }));
+    EXPECT_TRUE(EnPantallaModal("frmBuscar", pulsar("Picture1"), [&](ui::VistaPantalla& v) {
+        EXPECT_TRUE(v.WidgetDe("FrProd")->isVisible());
+        BotonesTactiles(v);
+        Captura(v, "frmBuscar_productos");
+    }));
+    EXPECT_TRUE(EnPantallaModal("frmDevoluciones", pulsar("cmdDevoluciones"), [&](ui::VistaPantalla& v) {
+        EXPECT_TRUE(v.WidgetDe("txtNumFac")->isVisible());
+        BotonesTactiles(v);
+        Captura(v, "frmDevoluciones");
+    }));
+    EXPECT_EQ(anfitrion->Vista("frmBuscar"), nullptr);
+    EXPECT_EQ(anfitrion->Vista("frmDevoluciones"), nullptr);
 }
 
 // On a display smaller than the design, the fitter shrinks the till: the
