@@ -81,11 +81,22 @@ WidgetDeControl Etiqueta(Label& c, QWidget* padre) {
     return {w, [w, &c] {
                 const QString texto = Q(c.caption);
                 if (w->text() != texto) w->setText(texto);
-                // A tall label wraps its words; none of them may be cut.
-                w->setWordWrap(w->height() > 48);
-                QFont f = Fuente(w, c, QString(), 0.6, 14, 34, w->height() >= 36);
-                FijarFuente(w, Fuente(w, c, w->wordWrap() ? PalabraMasLarga(texto, f) : texto, 0.6, 14, 34,
-                                      w->height() >= 36));
+                // A tall label wraps its words; none of them may be cut. A
+                // low one too when its text doesn't fit one line even at the
+                // smallest letter but two lines of it fit its height.
+                const bool negrita = w->height() >= 36;
+                QFont f;
+                bool partir = w->height() > 48;
+                if (partir) {
+                    f = Fuente(w, c, PalabraMasLarga(texto, Fuente(w, c, QString(), 0.6, 14, 34, negrita)), 0.6, 14,
+                               34, negrita);
+                } else {
+                    f = Fuente(w, c, texto, 0.6, 14, 34, negrita);
+                    const QFontMetrics m(f);
+                    partir = m.horizontalAdvance(texto) > w->width() - 12 && 2 * m.lineSpacing() <= w->height();
+                }
+                w->setWordWrap(partir);
+                FijarFuente(w, f);
                 const QColor fondo = ColorDeModelo(c.backColor);
                 FijarEstilo(w, QStringLiteral("QLabel{background:%1;color:%2;padding:0 2px;}")
                                    .arg(Css(fondo), ColorDeModelo(c.foreColor).name()));
@@ -391,12 +402,13 @@ WidgetDeControl Combo(ComboBox& c, QWidget* padre, VistaPantalla& vista) {
                     entrada->setCursorPosition(static_cast<int>(texto.size()));
                 }
                 FijarFuente(w, Fuente(w, c, QString(), 0.5, 15, 24));
+                // A wide arrow, for a finger, in the look of the entries.
                 FijarEstilo(w, QStringLiteral("QComboBox{background:%1;color:%2;border:1px solid #8c8c8c;"
                                               "border-radius:4px;padding:0 6px;}"
                                               "QComboBox:focus{border:2px solid #2f6fd0;}"
-                                              "QComboBox::drop-down{subcontrol-origin:padding;subcontrol-position:center right;"
-                                              "width:40px;border-left:1px solid #8c8c8c;}"
-                                              "QComboBox QAbstractItemView{min-height:40px;}"
+                                              "QComboBox::drop-down{width:44px;border-left:1px solid #8c8c8c;}"
+                                              "QComboBox::down-arrow{image:url(:/qt-project.org/styles/commonstyle/"
+                                              "images/down-16.png);width:16px;height:16px;}"
                                               "QComboBox QAbstractItemView::item{min-height:40px;}")
                                    .arg(Css(ColorDeModelo(c.backColor)), ColorDeModelo(c.foreColor).name()));
             }};
