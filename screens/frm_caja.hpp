@@ -82,6 +82,7 @@ public:
     TextBox* ControlActivo = nullptr;      // the entry that last took the focus: the pads write to it
     std::string ColorResalte, ColorFoco, ColorFondo, ColorSegundo, ColorFilasGrid;
     std::string DireccionModificacion;     // "derecha" or "izquierda": where lblModificacion goes
+    std::string VentaAlbaranes;            // left by frmAlbaranes: the sale made of the notes
 
     // The sale's grid and boxes as the sale routines take them.
     ControlesVenta controlesVenta;
@@ -203,6 +204,16 @@ public:
     void AplicarDescuentoGrid(double& porcentaje);
     void AplicarDescuentoBD();
 
+    // --- Delivery notes (frm_caja_albaranes.cpp) ---
+    void cmdAlbaranes_Click();
+
+    // --- The customer's balance (frm_caja_deposito.cpp) ---
+    void cmdIngDeposito_Click();
+    // Clears the sale but keeps the customer, ready for money paid in.
+    // (The flag of the same name says whether the sale is such a one.)
+    void EmpezarVentaDinDep();
+    void DineroDeposito(std::int32_t indiceCliente);
+
     // --- Timers and sliding panels ---
     void ColocarAyuda();
     void cmdAyuda_Click();
@@ -238,6 +249,8 @@ private:
     void DisenarDescuentos();
     void ConectarLupa();
     void ConectarDescuentos();
+    void ConectarAlbaranes();
+    void ConectarDeposito();
     void tmrMovLupa_Timer();
     void Teclado(TecladoNumerico& teclas, const std::string& prefijo, Control* marco, double x, double y,
                  double lado);

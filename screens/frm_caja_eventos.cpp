@@ -66,6 +66,8 @@ void frmCaja::Conectar() {
     ConectarDescuentos();
     ConectarDevoluciones();
     ConectarClientes();
+    ConectarAlbaranes();
+    ConectarDeposito();
     cmdNuevaVenta.Click = [this] { cmdNuevaVenta_Click(); };
     cmd_CambioEmpleado.Click = [this] { cmd_CambioEmpleado_Click(); };
     cmd_VentasActivas.Click = [this] { cmd_VentasActivas_Click(); };

@@ -3,7 +3,9 @@
 // the function keys and the finish that closes the sale.
 #include "screens/frm_cobrar.hpp"
 
+#include "closing/albaranes.hpp"
 #include "closing/cierre.hpp"
+#include "closing/deposito.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/error.hpp"
 #include "core/runtime/texto.hpp"
@@ -40,6 +42,7 @@ void SeleccionarTodo(TextBox& caja) {
 
 void ConectarCobro(frmCaja& caja) {
     caja.MostrarCobro = [] { Unica<frmCobrar>().Show(true); };
+    Unica<frmCobrar>().GrabarAlbaran = [](std::int32_t numeroVenta, int copias) { GrabarAlbaran(numeroVenta, copias); };
 }
 
 bool frmCobrar::ClienteEnVenta() const { return Val(lblCodCliente.caption) > 0; }
@@ -335,7 +338,6 @@ void frmCobrar::Copias(std::int16_t copias) {
 }
 
 void frmCobrar::cmd_FinVenta_Click() {
-    Sesion& s = sesion();
     frmCaja& caja = Unica<frmCaja>();
     if (optAlbaran.Value()) {
         if (GrabarAlbaran) GrabarAlbaran(CLng(Value(lblNumVenta.caption)), CopiasAlbaran);
@@ -355,15 +357,8 @@ void frmCobrar::cmd_FinVenta_Click() {
     datos.numeroVenta = CLng(Value(lblNumVenta.caption));
     datos.imprimir = chk_Imprimir.Value() == 1;
     datos.abrirCajon = chk_Cajetin.Value() == 1;
-    if (caja.VentaDinDep && IndiceCliente > -1) {
-        // Money paid in: the customer's balance goes up by the sale.
-        RegistroCliente& cliente = s.Clientes[static_cast<std::size_t>(IndiceCliente)];
-        SaldoDinDep = cliente.DinDep;
-        const double nuevo = Val(CajaText_Pago.Text()) + SaldoDinDep;
-        RecordWriter::Instancia().Actualizar(s.Conexion, "Clientes", "dindep=" + CStr(Value(nuevo)) + "|",
-                                             s.NombreTienda, s.Multitienda, "codigo = " + lblCodCliente.caption);
-        cliente.DinDep = nuevo;
-    }
+    // Money paid in: the customer's balance goes up by the sale.
+    if (caja.VentaDinDep) SaldoDinDep = AumentarDinDep(IndiceCliente, lblCodCliente.caption, Val(CajaText_Pago.Text()));
     datos.factura = optFactura.Value() && lblCodCliente.caption != "0";
     if (DescontarDinDep) {
         DisminuyoDinDepACliente(SaldoRestante, static_cast<std::int32_t>(Val(lblCodCliente.caption)));
@@ -498,6 +493,7 @@ void frmCobrar::Conectar() {
     ConectarEntradas();
     ConectarPaneles();
     ConectarDescuentos();
+    ConectarDeposito();
     // Every control hands its key to the function keys.
     for (Control& c : controles) {
         auto anterior = c.KeyDown;

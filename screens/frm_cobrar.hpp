@@ -50,7 +50,7 @@ public:
     CommandButton cmd_nuevoCobro;
     // --- Customer's balance ---
     Frame frDinDep;
-    Label lblNomDinDep, lblValorDinDep, lblDinDepInfo;
+    Label lblNomDinDep, lblValorDinDep, lblDinDepInfo, lblDinDepPregunta;
     CommandButton cmdAceptarDinDep, cmdCancelar;
     // --- Debt ---
     Frame frInfoDeuda, Frame6;
@@ -168,6 +168,7 @@ private:
     void PedirDescuento(int modo, int maximo, const CommandButton& boton, const std::string& etiqueta);
     void ConectarEntradas();
     void ConectarPaneles();
+    void ConectarDeposito();
     void colorearme();
     void ModificarTamano();
     void tmrResalto_Timer();

@@ -174,9 +174,12 @@ void frmCobrar::DisenarPaneles() {
     Poner(frDinDep, "frDinDep", x, y, ancho, alto, "Dinero en Deposito");
     frDinDep.visible = false;
     Poner(lblNomDinDep, "lblNomDinDep", 240, 360, 10080, 600, "", &frDinDep);
-    Poner(lblDinDepInfo, "lblDinDepInfo", 240, 1080, 5040, 600, "Saldo a favor del cliente", &frDinDep);
-    Poner(lblValorDinDep, "lblValorDinDep", 5400, 1080, 4920, 600, "", &frDinDep);
+    Poner(lblDinDepInfo, "lblDinDepInfo", 240, 1080, 6000, 600, "Este cliente tiene un saldo a favor con valor de",
+          &frDinDep);
+    Poner(lblValorDinDep, "lblValorDinDep", 6360, 1080, 3960, 600, "", &frDinDep);
     lblValorDinDep.fontSize = kFuenteGrande;
+    Poner(lblDinDepPregunta, "lblDinDepPregunta", 240, 1920, 10080, 600,
+          "Desea cobrar la venta con el Saldo a Favor del cliente", &frDinDep);
     Poner(cmdAceptarDinDep, "cmdAceptarDinDep", 240, 2880, 4920, kAltoBoton, "Pagar con el Saldo", &frDinDep);
     Poner(cmdCancelar, "cmdCancelar", 5400, 2880, 4920, kAltoBoton, "Otra Forma de Pago", &frDinDep);
 

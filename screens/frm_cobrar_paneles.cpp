@@ -1,6 +1,6 @@
-// The panels that open over the settlement screen: paying from the
-// customer's balance, leaving a debt, applying a voucher, the refund, and
-// the gift ticket with its articles and its comment.
+// The panels that open over the settlement screen: leaving a debt,
+// applying a voucher, the refund, and the gift ticket with its articles and
+// its comment. Paying from the balance is in frm_cobrar_deposito.cpp.
 #include "closing/cierre.hpp"
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
@@ -35,57 +35,6 @@ bool HayValesAplicables(double total) {
     const bool hay = !rs.Eof();
     rs.Close();
     return hay;
-}
-
-// --- The customer's balance ---------------------------------------------
-
-void frmCobrar::DineroDeposito() {
-    const Sesion& s = sesion();
-    if (!(Importe(CajaText_Pago) > 0) || !s.opciones.Deposito || IndiceCliente <= -1) return;
-    const RegistroCliente& cliente = s.Clientes[static_cast<std::size_t>(IndiceCliente)];
-    SaldoDinDep = cliente.DinDep;
-    if (!cliente.ActivarDinDep || !(SaldoDinDep > 0)) return;
-    frDinDep.visible = true;
-    txt_Entrega.SetText(CajaText_Pago.Text());
-    txt_Entrega.locked = true;
-    CobroConDinDep = true;
-}
-
-void frmCobrar::cmdAceptarDinDep_Click() {
-    const double pago = Val(CajaText_Pago.Text());
-    const double resto = SaldoDinDep - pago;
-    if (resto < 0) {
-        // The balance doesn't cover the sale: the rest is paid by any method.
-        CajaText_Pago.SetText(FormatNumber(pago - SaldoDinDep, 2));
-        SaldoRestante = 0;
-        DescontarDinDep = true;
-        txt_Entrega.SetText("0");
-        frDinDep.visible = false;
-        return;
-    }
-    SaldoRestante = resto;
-    DescontarDinDep = true;
-    FormaPago = "4";
-    lblFormaPago.caption = "Dinero en Deposito";
-    cmd_FinVenta_Click();
-}
-
-void frmCobrar::cmdCancelar_Click() {
-    frDinDep.visible = false;
-    CobroConDinDep = false;
-    txt_Entrega.locked = false;
-    txt_Entrega.SetText(Formatear(0));
-    txt_Entrega.selStart = 0;
-    txt_Entrega.selLength = Len(txt_Entrega.Text());
-    frmCaja::FocoSeguro(txt_Entrega);
-}
-
-// `valor` is the new balance, not what was spent.
-void frmCobrar::DisminuyoDinDepACliente(double valor, std::int32_t cliente) {
-    Sesion& s = sesion();
-    RecordWriter::Instancia().Actualizar(s.Conexion, "Clientes", "dindep=" + CStr(Value(valor)) + "|",
-                                         s.NombreTienda, s.Multitienda, "codigo = " + std::to_string(cliente));
-    if (IndiceCliente > -1) s.Clientes[static_cast<std::size_t>(IndiceCliente)].DinDep = valor;
 }
 
 // --- Debt ---------------------------------------------------------------
@@ -194,8 +143,6 @@ void frmCobrar::GuardarComentarioTRegalo(const std::string& texto) {
 }
 
 void frmCobrar::ConectarPaneles() {
-    cmdAceptarDinDep.Click = [this] { cmdAceptarDinDep_Click(); };
-    cmdCancelar.Click = [this] { cmdCancelar_Click(); };
     cmdDeuda.Click = [this] { cmdDeuda_Click(); };
     cmdAceptarDeuda.Click = [this] { cmdAceptarDeuda_Click(); };
     cmdCancelarDeuda.Click = [this] { frInfoDeuda.visible = false; };

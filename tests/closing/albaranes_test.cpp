@@ -1,0 +1,160 @@
+// Delivery notes: the note number and its copies, the notes joined into one
+// open sale with their lines and totals, the joined sale closed as one
+// invoice, and two tills picking the same note.
+#include "closing/albaranes.hpp"
+#include "core/runtime/texto.hpp"
+#include "core/sesion/contadores.hpp"
+#include "sale/anulacion.hpp"
+#include "sale/lineas_venta.hpp"
+#include "tests/closing/cierre_prueba.hpp"
+
+namespace tpv {
+namespace {
+
+class Albaranes : public prueba::CierreTest {
+protected:
+    void SetUp() override {
+        CierreTest::SetUp();
+        if (IsSkipped() || HasFatalFailure()) return;
+        Sesion& s = sesion();
+        s.NombreEmpleadoActual = "Juan Perez Lopez";
+        s.CodigoEmpleadoActual = 5;
+        Ejecutar({"insert into relaciones_fijas (indice,daton) values ('Venta',40)",
+                  "insert into clientes (codigo,nombre,apellidos) values (8,'Rosa','Vidal Mora')"});
+    }
+
+    // An open sale of customer 8 with the totals given and one line per
+    // product, each at place 1.
+    void Nota(int numero, const std::string& total, const std::string& recargo, const std::string& descuento,
+              const std::string& impuesto, std::initializer_list<int> productos) {
+        Venta(numero, total, 8);
+        auto sql = [](const std::string& x) { return Replace(x, ",", "."); };
+        Ejecutar({"update cabecera_factura_temp set recargo = " + sql(recargo) + ", descuento = " + sql(descuento) +
+                  ", impuesto = " + sql(impuesto) + ", impuesto_2 = 1 where numero = " + std::to_string(numero)});
+        for (int p : productos) Linea(numero, p, "P" + std::to_string(p), "1", "10");
+    }
+
+    long LineasDe(std::int32_t venta) {
+        return CLng(Valor("select count(*) from detalle_factura_temp where num_factura = " + std::to_string(venta)));
+    }
+
+    std::string Cabecera(std::int32_t numero) {
+        const auto filas = Filas("select total,recargo,descuento,impuesto,impuesto_2,cliente,num_albaran from "
+                                 "cabecera_factura_temp where numero = " + std::to_string(numero));
+        return filas.empty() ? "" : filas[0];
+    }
+};
+
+TEST_P(Albaranes, GrabarAlbaran_NumeroDesdeUnoYSusCopias) {
+    Nota(31, "10", "0", "0", "1,74", {1});
+    Nota(32, "20", "0", "0", "3,47", {2});
+    GrabarAlbaran(31, 2);
+    // The first note of a shop makes its counter.
+    EXPECT_EQ(Texto(Valor("select num_albaran from cabecera_factura_temp where numero = 31")), "1");
+    EXPECT_EQ(Texto(Valor("select daton from relaciones_fijas where indice = 'Albaran'")), "2");
+    ASSERT_EQ(tickets_->Documents().size(), 2u);
+    EXPECT_EQ(tickets_->Documents()[0].paper, tickets_->Documents()[1].paper);
+    GrabarAlbaran(32, 1);
+    EXPECT_EQ(Texto(Valor("select num_albaran from cabecera_factura_temp where numero = 32")), "2");
+    EXPECT_EQ(tickets_->Documents().size(), 3u);
+    // Nothing else moves: no stock, no closed sale, the lines stay.
+    EXPECT_EQ(Cuenta("cabecera_factura"), 0);
+    EXPECT_EQ(Cuenta("historicostock"), 0);
+    EXPECT_EQ(Cuenta("detalle_factura_temp"), 2);
+    EXPECT_EQ(cajones, 0);
+}
+
+TEST_P(Albaranes, GrabarAlbaran_ImpresoraQueFallaAvisaEnCadaCopiaYElAlbaranQueda) {
+    prueba::MensajesGuionados cajas;
+    sesion().ImpresoraTickets = "TICK'ETS";
+    Nota(31, "10", "0", "0", "1,74", {1});
+    GrabarAlbaran(31, 3);
+    ASSERT_EQ(cajas.mostradas.size(), 3u);
+    for (const CajaMensaje& c : cajas.mostradas) {
+        EXPECT_EQ(c.titulo, "Impresion");
+        EXPECT_EQ(c.texto, "Compruebe la conexion con su impresora, si la impresora esta conectada a otro equipo "
+                           "compruebe el estado de la conexion.");
+        EXPECT_EQ(c.estilo & vbCritical, vbCritical);
+    }
+    EXPECT_EQ(Texto(Valor("select num_albaran from cabecera_factura_temp where numero = 31")), "1");
+}
+
+TEST_P(Albaranes, TresNotas_UnaVentaConTodasLasLineasYUnaFactura) {
+    Producto(1, "P1", 10, 4);
+    Producto(2, "P2", 10, 4);
+    Producto(3, "P3", 10, 4);
+    Nota(31, "10", "0", "0,5", "1,74", {1});
+    Nota(32, "20", "1", "0", "3,47", {2, 3});
+    Nota(33, "12,5", "0", "1,25", "2,17", {3});
+    Ejecutar({"update cabecera_factura_temp set descuento = null where numero = 32"});
+    for (int n : {31, 32, 33}) GrabarAlbaran(n, 1);
+    EXPECT_EQ(Albaranes::Filas("select numero from cabecera_factura_temp where num_albaran > 0 order by numero").size(),
+              3u);
+
+    const std::vector<AlbaranPendiente> lista = AlbaranesPendientes(8);
+    ASSERT_EQ(lista.size(), 3u);
+    EXPECT_EQ(lista[0].numero, "33");  // the newest first
+    EXPECT_EQ(lista[0].albaran, "3");
+    EXPECT_EQ(lista[0].cliente, "Rosa Vidal Mora");
+    EXPECT_EQ(lista[0].fecha, "15/11/2026");
+    EXPECT_EQ(lista[0].importe, "12,5");
+    EXPECT_EQ(lista[0].empleado, "Ana");  // one word stays whole
+    EXPECT_TRUE(AlbaranesPendientes(9).empty());
+
+    Label etiqueta;
+    const std::int32_t venta = JuntarAlbaranes(etiqueta, 8, {33, 31, 32});
+    EXPECT_EQ(venta, 40);
+    EXPECT_EQ(etiqueta.caption, "40");
+    // The sums of the notes; the second tax is not carried.
+    EXPECT_EQ(Cabecera(venta), "42,5|1|1,75|7,38||8|");
+    EXPECT_EQ(Filas("select count(*) from cabecera_factura_temp")[0], "1");
+    EXPECT_EQ(Filas("select codigo, orden from detalle_factura_temp where num_factura = 40 order by codigo"),
+              (std::vector<std::string>{"1|1", "2|1", "3|1", "3|1"}));  // the lines keep their places
+
+    // Closed as any sale: stock moves now, in one invoice.
+    DatosCierre d = Datos(venta);
+    Cerrar(d);
+    EXPECT_EQ(Filas("select numero, total, cliente from cabecera_factura"),
+              (std::vector<std::string>{"100|42,5|8"}));
+    EXPECT_EQ(Cuenta("detalle_factura"), 4);
+    EXPECT_EQ(Filas("select codigo, stock from productos order by codigo"),
+              (std::vector<std::string>{"1|9", "2|9", "3|8"}));
+    EXPECT_EQ(Cuenta("cabecera_factura_temp"), 0);
+    EXPECT_EQ(Cuenta("detalle_factura_temp"), 0);
+}
+
+TEST_P(Albaranes, DosCajasConLaMismaNota_LaSegundaSumaElTotalSinLineas) {
+    Nota(31, "10", "0", "0", "1,74", {1, 2});
+    GrabarAlbaran(31, 1);
+    Label cajaA, cajaB;
+    const std::int32_t a = AbrirVenta(cajaA, 8, "Ana", "3");
+    const std::int32_t b = AbrirVenta(cajaB, 8, "Luis", "4");
+    // Both tills read the note before either deleted it.
+    PasoDetallesANuevaVenta(31, a);
+    AumentoTotalCabecera(31, a);
+    PasoDetallesANuevaVenta(31, b);
+    AumentoTotalCabecera(31, b);
+    BorrarCabeceraTemp(31);
+    BorrarCabeceraTemp(31);
+    EXPECT_EQ(LineasDe(a), 2);
+    EXPECT_EQ(LineasDe(b), 0);
+    EXPECT_EQ(Cabecera(a), "10|0|0|1,74||8|");
+    EXPECT_EQ(Cabecera(b), "10|0|0|1,74||8|");
+
+    // A till whose list is older than the other's whole joining gets an
+    // empty sale, and nothing else changes.
+    const std::int32_t c = JuntarAlbaranes(cajaB, 8, {31});
+    EXPECT_EQ(LineasDe(c), 0);
+    EXPECT_EQ(Cabecera(c), "|||||8|");
+    EXPECT_EQ(LineasDe(a), 2);
+}
+
+TEST_P(Albaranes, NombreCliente_SinClienteEsElGenerico) {
+    EXPECT_EQ(NombreCliente("8"), "Rosa Vidal Mora");
+    EXPECT_EQ(NombreCliente("0"), "Cliente Generico");
+}
+
+TPV_EN_CADA_MOTOR(Albaranes);
+
+}  // namespace
+}  // namespace tpv
