@@ -432,6 +432,7 @@ void frmCaja::mostrarVenta(std::int32_t numero) {
             lblDescuentoInfo.caption = "Aplicar " + CStr(Value(ficha->Descuento)) + "% de descuento segun ficha.";
             tmrColorear.SetEnabled(true);
         }
+        DineroDeposito(static_cast<std::int32_t>(ficha - s.Clientes.data()));
         tmrDinDep.SetEnabled(false);
         if (ficha->ActivarDinDep) {
             lblValorDinDep.caption = CStr(Value(ficha->DinDep)) + "\r\nSaldo a favor";

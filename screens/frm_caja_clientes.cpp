@@ -104,6 +104,7 @@ void frmCaja::MostrarResultadoBusqueda() {
             cmdIngDeposito.visible = true;
             tmrDinDep.SetEnabled(true);
         }
+        DineroDeposito(static_cast<std::int32_t>(indice));
         bt_historico.visible = true;
     }
     if (!lblNumVenta.caption.empty()) AnadirClienteVentaAbierta(codigo, lblNumVenta.caption);

@@ -214,6 +214,13 @@ TEST_P(CobroDeposito, SaldoEnLaCaja_SegunLaFichaDelCliente) {
     sesion().opciones.Deposito = false;
     c.DineroDeposito(0);
     EXPECT_FALSE(c.frDindep.visible);
+    // The customer's card read on the till shows the balance.
+    sesion().opciones.Deposito = true;
+    Ejecutar({"update clientes set codigocliente = '8' where codigo = 8"});
+    Teclear(c.txtNomCliente, "8");
+    Intro(c.txtNomCliente);
+    EXPECT_TRUE(c.frDindep.visible);
+    EXPECT_EQ(c.lblValorDinDep.caption, "30");
 }
 
 TPV_EN_CADA_MOTOR(CobroDeposito);
