@@ -18,15 +18,6 @@ namespace {
 
 using prueba::TiendaEnVentanaTest;
 
-// Every button a finger presses is at least 48 pixels on each side.
-void BotonesTactiles(QWidget& ventana) {
-    for (QAbstractButton* b : ventana.findChildren<QAbstractButton*>()) {
-        if (!b->isVisible()) continue;
-        EXPECT_GE(b->height(), 48) << b->objectName().toStdString();
-        EXPECT_GE(b->width(), 48) << b->objectName().toStdString();
-    }
-}
-
 TEST_F(TiendaEnVentanaTest, ElPanelDeEmpleadosLlevaALaCajaEnSusDosModos) {
     ASSERT_EQ(Arrancar(), FinArranque::SeleccionEmpleado);
     ui::VistaPantalla& seleccion = Vista("frmPrincipalCantarel");

@@ -86,14 +86,6 @@ protected:
         return vista;
     }
 
-    // Every button a finger presses is at least 48 pixels on each side.
-    static void BotonesTactiles(QWidget& ventana) {
-        for (QAbstractButton* b : ventana.findChildren<QAbstractButton*>()) {
-            if (!b->isVisible()) continue;
-            EXPECT_GE(std::min(b->height(), b->width()), 48) << b->objectName().toStdString();
-        }
-    }
-
     QString Texto(const std::string& pantalla, const std::string& control) {
         auto* w = Widget<QLineEdit>(pantalla, control);
         EXPECT_TRUE(w) << control;

@@ -142,6 +142,14 @@ bool VentanaTest::Esperar(const std::function<bool()>& hecho, int ms) {
     return true;
 }
 
+void VentanaTest::BotonesTactiles(QWidget& ventana) {
+    for (QAbstractButton* b : ventana.findChildren<QAbstractButton*>()) {
+        if (!b->isVisible()) continue;
+        EXPECT_GE(b->height(), 48) << b->objectName().toStdString();
+        EXPECT_GE(b->width(), 48) << b->objectName().toStdString();
+    }
+}
+
 std::string VentanaTest::Captura(QWidget& w, const std::string& nombre) {
     fs::create_directories(TPV_CAPTURAS_DIR);
     const std::string ruta = std::string(TPV_CAPTURAS_DIR) + "/" + nombre + ".png";

@@ -41,6 +41,8 @@ protected:
     void Responder(std::vector<QString> botones);
     // Runs the events until `hecho` or `ms` pass; false on time out.
     bool Esperar(const std::function<bool()>& hecho, int ms = 3000);
+    // Every visible button a finger presses is at least 48 pixels a side.
+    static void BotonesTactiles(QWidget& ventana);
     // Saves the window as PNG under the build folder; returns its path.
     std::string Captura(QWidget& w, const std::string& nombre);
 

@@ -1,8 +1,15 @@
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QLabel>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QTest>
+#include <unistd.h>
+
+#include <algorithm>
 
 #include "tests/ui/ventana_prueba.hpp"
 
@@ -96,6 +103,54 @@ TEST_F(VentanaTest, ElComboAdmiteTextoTecleadoYElegidoDeLaLista) {
     EXPECT_EQ(combo->currentText(), "Teléfono");
     Captura(Vista("frmConceptos"), "combo_editable");
     f.Unload();
+}
+
+// A screen with one picture, for what may be wrong with its file.
+class Retrato : public Ventana {
+public:
+    PictureBox img;
+
+protected:
+    void Disenar() override {
+        nombre = "frmRetrato";
+        width = 6000;
+        height = 4000;
+        Poner(img, "img", 240, 240, 3000, 3000);
+        img.picture = "/no/existe/foto.png";
+    }
+};
+
+// A missing, unreadable or removed picture leaves the box empty; a good
+// one fills it, and follows the box when the window is resized.
+TEST_F(VentanaTest, UnaFotoQueFaltaDejaLaCajaVacia) {
+    const QString carpeta = QDir::temp().filePath(QStringLiteral("tpv_retrato_%1").arg(::getpid()));
+    QDir().mkpath(carpeta);
+    const QString buena = carpeta + "/buena.png", rota = carpeta + "/rota.png";
+    QImage imagen(64, 64, QImage::Format_RGB32);
+    imagen.fill(Qt::darkCyan);
+    ASSERT_TRUE(imagen.save(buena));
+    {
+        QFile f(rota);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("no es una imagen");
+    }
+    Retrato r;
+    r.Show();
+    auto* img = Widget<QLabel>("frmRetrato", "img");
+    ASSERT_TRUE(img);
+    const auto conFoto = [&] { return !img->pixmap().isNull(); };
+    EXPECT_FALSE(conFoto());
+    anfitrion->Ejecutar([&] { r.img.picture = rota.toStdString(); });
+    EXPECT_FALSE(conFoto());
+    anfitrion->Ejecutar([&] { r.img.picture = buena.toStdString(); });
+    ASSERT_TRUE(conFoto());
+    EXPECT_EQ(img->pixmap().width(), std::min(img->width(), img->height()));
+    // Gone from the disk: the next drawing of another size finds nothing.
+    QFile::remove(buena);
+    Vista("frmRetrato").resize(300, 200);
+    EXPECT_FALSE(conFoto());
+    r.Unload();
+    QDir(carpeta).removeRecursively();
 }
 
 }  // namespace
