@@ -100,6 +100,19 @@ TEST_P(CajaClientes, TarjetaLeida_ClienteOFallbackSilencioso) {
     c.txtNomCliente_KeyPress(intro);
     Escanear("111");
     EXPECT_EQ(ClienteDeVenta(c.lblNumVenta.caption), "4");
+
+    // An apostrophe on the card breaks the lookup's statement: a run-time
+    // error is shown, nothing changes, and the till goes on selling.
+    const std::int32_t otra = CLng(Value(c.lblNumVenta.caption));
+    c.txtNomCliente.SetText("O'B");
+    Intro(c.txtNomCliente);
+    ASSERT_EQ(Avisos().size(), 1u);
+    EXPECT_TRUE(Avisos()[0].starts_with("ERROR")) << Avisos()[0];
+    EXPECT_EQ(c.lblCodCliente.caption, "4");
+    EXPECT_EQ(ClienteDeVenta(c.lblNumVenta.caption), "4");
+    Escanear("111");
+    EXPECT_DOUBLE_EQ(
+        CDbl(Valor("select sum(unidades) from detalle_factura_temp where num_factura = " + std::to_string(otra))), 2);
 }
 
 TEST_P(CajaClientes, MostrarResultado_DeudaSaldoYSinEleccion) {
