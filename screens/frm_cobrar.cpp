@@ -6,6 +6,7 @@
 #include "closing/albaranes.hpp"
 #include "closing/cierre.hpp"
 #include "closing/deposito.hpp"
+#include "closing/vales.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/error.hpp"
 #include "core/runtime/texto.hpp"
@@ -365,7 +366,7 @@ void frmCobrar::cmd_FinVenta_Click() {
         DescontarDinDep = false;
     }
     datos.listaRegalo = ObtenerListaProdTicketRegalo();
-    if (NumeroVale > -1 && ActualizarValeUsado) ActualizarValeUsado(RestoVale, ImporteVale, NumeroVale);
+    if (NumeroVale > -1) ActualizarValeUsado(RestoVale, ImporteVale, NumeroVale);
     datos.entrega = txt_Entrega.Text();
     datos.devolucion = txt_Devolucion.Text();
     datos.formaPago = FormaPago;
@@ -494,6 +495,8 @@ void frmCobrar::Conectar() {
     ConectarPaneles();
     ConectarDescuentos();
     ConectarDeposito();
+    ConectarVales();
+    ConectarDeuda();
     // Every control hands its key to the function keys.
     for (Control& c : controles) {
         auto anterior = c.KeyDown;

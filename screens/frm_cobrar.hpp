@@ -12,9 +12,9 @@
 // articles of a gift ticket, and closes the sale with cmd_FinVenta. It holds
 // no sale of its own: it reads the till screen and writes back to it.
 // Its workings: the opening and the payment (frm_cobrar.cpp), the panels
-// that open over it (frm_cobrar_paneles.cpp), its layout
-// (frm_cobrar_diseno.cpp), the discount on the whole sale
-// (frm_cobrar_descuentos.cpp).
+// that open over it (frm_cobrar_paneles.cpp, frm_cobrar_vales.cpp,
+// frm_cobrar_deuda.cpp), its layout (frm_cobrar_diseno.cpp), the discount on
+// the whole sale (frm_cobrar_descuentos.cpp).
 namespace tpv {
 
 class frmCaja;
@@ -98,13 +98,8 @@ public:
     int ModoDescuento = 0;             // 0 by amount, 1 by percentage
 
     // Work of other parts of the closing plugs in here; an empty hook does
-    // nothing. `GrabarAlbaran` makes a delivery note of the open sale;
-    // `AplicaVale` applies the voucher of that number to the sale and says
-    // whether it was found (leaving NumeroVale, ImporteVale, RestoVale);
-    // `ActualizarValeUsado` marks the voucher used with what remains of it.
+    // nothing. `GrabarAlbaran` makes a delivery note of the open sale.
     std::function<void(std::int32_t numeroVenta, int copias)> GrabarAlbaran;
-    std::function<bool(const std::string& numero)> AplicaVale;
-    std::function<void(double resto, double importe, std::int32_t numero)> ActualizarValeUsado;
 
     // --- The opening and the payment ---
     void pantallaInicial();
@@ -129,9 +124,14 @@ public:
     void cmdCancelar_Click();
     void cmdDeuda_Click();
     void cmdAceptarDeuda_Click();
+    void cmdCancelarDeuda_Click();
     void cmdapliVale_Click();
     void cmdCancelaVale_Click();
     void cmdAplicaVale_Click();
+    // Applies the voucher of that number to the sale and says whether it was
+    // found; ImporteVale and RestoVale keep its value and what will be left.
+    bool AplicaVale(const std::string& numero);
+    void AplicarValeDescuento(double importe);
     void cmdTicketRegalo_Click();
     void FGCaja_Click();
     std::string ObtenerListaProdTicketRegalo();
@@ -169,6 +169,8 @@ private:
     void ConectarEntradas();
     void ConectarPaneles();
     void ConectarDeposito();
+    void ConectarVales();   // frm_cobrar_vales.cpp
+    void ConectarDeuda();   // frm_cobrar_deuda.cpp
     void colorearme();
     void ModificarTamano();
     void tmrResalto_Timer();
@@ -186,8 +188,5 @@ private:
 
 // The till finishes its sales on this screen, shown modally.
 void ConectarCobro(frmCaja& caja);
-
-// Whether any voucher in force could pay part of a sale of `total`.
-bool HayValesAplicables(double total);
 
 }  // namespace tpv
