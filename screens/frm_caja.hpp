@@ -214,6 +214,10 @@ public:
     void EmpezarVentaDinDep();
     void DineroDeposito(std::int32_t indiceCliente);
 
+    // --- The customer's debt (frm_caja_deuda.cpp) ---
+    void tmrfinDeuda_Timer();
+    void cmdIrAPagos_Click();
+
     // --- Timers and sliding panels ---
     void ColocarAyuda();
     void cmdAyuda_Click();
@@ -251,6 +255,7 @@ private:
     void ConectarDescuentos();
     void ConectarAlbaranes();
     void ConectarDeposito();
+    void ConectarDeuda();
     void tmrMovLupa_Timer();
     void Teclado(TecladoNumerico& teclas, const std::string& prefijo, Control* marco, double x, double y,
                  double lado);

@@ -28,7 +28,6 @@ namespace {
 constexpr double kPasoMovimiento = 240;      // twips a sliding panel moves per tick
 constexpr double kPasoModificacion = 15;     // twips lblModificacion moves per tick
 constexpr int kTicksImagen = 5;              // seconds the enlarged picture stays
-constexpr long kTicksDeuda = 6000;           // ticks the debt panel stays
 
 }  // namespace
 
@@ -68,6 +67,7 @@ void frmCaja::Conectar() {
     ConectarClientes();
     ConectarAlbaranes();
     ConectarDeposito();
+    ConectarDeuda();
     cmdNuevaVenta.Click = [this] { cmdNuevaVenta_Click(); };
     cmd_CambioEmpleado.Click = [this] { cmd_CambioEmpleado_Click(); };
     cmd_VentasActivas.Click = [this] { cmd_VentasActivas_Click(); };
@@ -251,12 +251,6 @@ void frmCaja::ConectarTimers() {
         ticksImagen_ = 0;
         frImagen.visible = false;
         tmrQuitarImg.SetEnabled(false);
-    };
-    tmrfinDeuda.Tick = [this] {
-        if (++ticksDeuda_ < kTicksDeuda) return;
-        ticksDeuda_ = 0;
-        tmrfinDeuda.SetEnabled(false);
-        MoveFrame(frDeuda, "derecha", width);
     };
     tmrMovGen.Tick = [this] { tmrMovGen_Timer(); };
     tmrMovLupa.Tick = [this] { tmrMovLupa_Timer(); };
