@@ -375,7 +375,7 @@ void frmCobrar::cmd_FinVenta_Click() {
     datos.numeroVale = NumeroVale;
     datos.imprimirValeAbono = ImprimirValeAbono;
     datos.imagenLogo = imgTicket.picture;
-    CajaEnCierre enCaja{caja.ModoAbono, "", caja.Fecha1.Value(), caja.CajaText_Pago.Text(),
+    CajaEnCierre enCaja{caja.ModoAbono, caja.NumeroFacturaAbonada, caja.Fecha1.Value(), caja.CajaText_Pago.Text(),
                         [&caja](const std::string& numero) { caja.lblUltFactura.caption = numero; }};
     CerrarVenta(datos, enCaja);
 
