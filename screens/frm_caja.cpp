@@ -193,6 +193,7 @@ void frmCaja::Form_Activate() {
         // A refund starts as a new sale for the customer of the invoice.
         cmdNuevaVenta_Click();
         lblCodCliente.caption = ClienteAbono(NumeroFacturaAbonada);
+        MostrarResultadoBusqueda();
         lblModificacion.caption = "Abono de Venta";
         lblModificacion.left = cmdAyuda.left;
         lblModificacion.backColor = fr_Padre.backColor;
