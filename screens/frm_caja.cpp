@@ -193,7 +193,8 @@ void frmCaja::Form_Activate() {
         // A refund starts as a new sale for the customer of the invoice.
         cmdNuevaVenta_Click();
         lblCodCliente.caption = ClienteAbono(NumeroFacturaAbonada);
-        MostrarResultadoBusqueda();
+        // With no invoice found there is no customer to show.
+        if (!lblCodCliente.caption.empty()) MostrarResultadoBusqueda();
         lblModificacion.caption = "Abono de Venta";
         lblModificacion.left = cmdAyuda.left;
         lblModificacion.backColor = fr_Padre.backColor;
