@@ -11,6 +11,7 @@
 
 #include <libpq-fe.h>
 
+#include <atomic>
 #include <charconv>
 #include <cstdlib>
 #include <mutex>
@@ -113,7 +114,10 @@ ConexionPtr Conectar(const std::string& uri) {
                        mensaje ? mensaje : SinSaltoFinal(PQerrorMessage(c)), sql);
 }
 
+std::atomic<long long> g_idas{0};
+
 ResultadoPtr Comprobar(PGconn* c, PGresult* crudo, const std::string& sql) {
+    ++g_idas;
     ResultadoPtr r(crudo);
     ExecStatusType st = r ? PQresultStatus(r.get()) : PGRES_FATAL_ERROR;
     if (st != PGRES_COMMAND_OK && st != PGRES_TUPLES_OK) Falla(c, r.get(), sql);
@@ -506,6 +510,8 @@ std::unique_ptr<Engine> OpenPostgres(const std::string& uri, bool create) {
 
 namespace servidor {
 
+long long Idas() { return g_idas.load(); }
+
 void Ejecutar(const std::string& uri, const std::string& sql) {
     ConexionPtr c = Conectar(uri);
     Simple(c.get(), sql);
@@ -560,6 +566,7 @@ namespace {
 std::unique_ptr<Engine> OpenPostgres(const std::string& uri, bool) { SinPostgres(uri); }
 
 namespace servidor {
+long long Idas() { return 0; }
 void Ejecutar(const std::string& uri, const std::string&) { SinPostgres(uri); }
 bool ExisteBase(const std::string& uri, const std::string&) { SinPostgres(uri); }
 void CrearBase(const std::string& uri, const std::string&, const std::string&) { SinPostgres(uri); }

@@ -29,6 +29,11 @@ std::string Identificador(const std::string& name);
 // The script that gives an empty database the tables of a schema.
 std::string Ddl(const SchemaDef& schema);
 
+// The requests this process has sent to PostgreSQL servers so far, each a
+// round trip: statements, preparations and commands. The benchmarks count
+// the trips of one action with it.
+long long Idas();
+
 // Runs one command outside any transaction on the database the URI names.
 void Ejecutar(const std::string& uri, const std::string& sql);
 

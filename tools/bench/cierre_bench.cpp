@@ -14,6 +14,7 @@
 
 #include "closing/cierre.hpp"
 #include "core/datos/recordset.hpp"
+#include "core/datos/servidor.hpp"
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/formato.hpp"
@@ -103,6 +104,7 @@ void CerrarVenta50(benchmark::State& state, std::string uri) {
     CajaEnCierre caja{modoAbono, "", Date(), "", nullptr};
     int numero = kNumeroBanco;
     long cerradas = 0;
+    long long idas = 0;  // round trips to a server, none on SQLite
     for (auto _ : state) {
         state.PauseTiming();
         EscribirVenta(s.Conexion, ++numero, productos);
@@ -114,10 +116,13 @@ void CerrarVenta50(benchmark::State& state, std::string uri) {
         datos.devolucion = "0,00";
         datos.formaPago = "1";
         state.ResumeTiming();
+        const long long antes = datos::servidor::Idas();
         CerrarVenta(datos, caja);
+        idas += datos::servidor::Idas() - antes;
         ++cerradas;
     }
     state.counters["lineas"] = kLineas;
+    state.counters["idas"] = benchmark::Counter(static_cast<double>(idas), benchmark::Counter::kAvgIterations);
     Deshacer(s.Conexion, primera, cerradas, productos);
     ResetPrinters();
     s.Reiniciar();
@@ -166,6 +171,8 @@ void CobroDesdeLaCaja50(benchmark::State& state, std::string uri) {
     ConectarCobro(caja);
 
     bool enMarcha = false;
+    long long idasAlEmpezar = 0;
+    long long idas = 0;  // round trips to a server, none on SQLite
     // The settlement screen's modal wait: the amount handed over is typed
     // outside the timing, which starts at the finish button.
     anfitrion.siguiente = [&] {
@@ -174,6 +181,7 @@ void CobroDesdeLaCaja50(benchmark::State& state, std::string uri) {
         cobro.txt_Entrega.SetText(cobro.CajaText_Pago.Text());
         enMarcha = true;
         state.ResumeTiming();
+        idasAlEmpezar = datos::servidor::Idas();
         cobro.cmd_FinVenta_Click();
         return true;
     };
@@ -204,9 +212,11 @@ void CobroDesdeLaCaja50(benchmark::State& state, std::string uri) {
             state.SkipWithError("la venta no quedó cerrada");
             break;
         }
+        idas += datos::servidor::Idas() - idasAlEmpezar;
         ++cerradas;
     }
     state.counters["lineas"] = kLineas;
+    state.counters["idas"] = benchmark::Counter(static_cast<double>(idas), benchmark::Counter::kAvgIterations);
     state.counters["cajones"] = static_cast<double>(cajones);
     anfitrion.siguiente = nullptr;
     Unica<frmCobrar>().Unload();
