@@ -1,13 +1,15 @@
 #include "closing/abono.hpp"
 
+#include "closing/grabar_factura.hpp"
+#include "closing/sin_errores.hpp"
 #include "core/datos/recordset.hpp"
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
-#include "core/runtime/error.hpp"
 #include "core/runtime/formato.hpp"
 #include "core/servicios/field_list.hpp"
 #include "core/servicios/record_writer.hpp"
 #include "core/sesion/sesion.hpp"
+#include "sale/campos_linea.hpp"
 #include "sale/fecha_negocio.hpp"
 #include "sale/stock.hpp"
 
@@ -19,23 +21,7 @@ constexpr int kDescripcionAbono = 11;
 
 std::string Num(std::int32_t n) { return CStr(Value(n)); }
 std::string Par(const char* nombre, const Value& valor) { return FieldList::Par(nombre, valor); }
-std::string Bandera(const char* nombre, const Value& valor) {
-    return Par(nombre, !valor.IsNull() && CBool(valor) ? -1 : 0);
-}
-std::string CeroSiNulo(const char* nombre, const Value& valor) {
-    return Par(nombre, valor.IsNull() ? Value(0) : valor);
-}
 Value Negado(const Value& v) { return v.IsNull() ? Value() : Value(-CDbl(v)); }
-
-// The refund document is written with failures passed over one statement
-// at a time: a row that can't be written is lost and the next one runs.
-template <class F>
-void Seguir(F&& paso) {
-    try {
-        paso();
-    } catch (const RuntimeError&) {
-    }
-}
 
 void Insertar(const char* tabla, const std::string& campos) {
     Sesion& s = sesion();
@@ -43,17 +29,8 @@ void Insertar(const char* tabla, const std::string& campos) {
 }
 
 std::string CamposLineaAbono(Recordset& rs, std::int32_t numeroAbono, std::int32_t numeroFactura) {
-    std::string campos = Par("Num_Factura", numeroFactura) + Par("Num_abono", numeroAbono) +
-                         Par("codigo", rs["codigo"]) + Par("Producto", rs["Producto"]) +
-                         Par("Unidades", Negado(rs["Unidades"]));
-    for (const char* c : {"Precio", "Descuento", "Recargo", "Precio_Unit"}) campos += Par(c, rs[c]);
-    for (const char* c : {"borrar", "ProductoDeMenu", "menu"}) campos += Bandera(c, rs[c]);
-    const Value& menu = rs["codMenu"];
-    campos += Par("codMenu", menu.IsNull() ? Value(" ") : menu);
-    for (const char* c : {"impuesto", "tipoimpuesto", "codEmpleado", "NombreEmpleado", "tipo_Venta", "impuesto_2",
-                          "tipoimpuesto_2", "codfamilia"})
-        campos += Par(c, rs[c]);
-    return campos;
+    return Par("Num_Factura", numeroFactura) + Par("Num_abono", numeroAbono) +
+           CamposLineaVenta(rs, Negado(rs["Unidades"]));
 }
 
 // A refunded product is goods coming in: entrada and stock go up by the
@@ -61,14 +38,14 @@ std::string CamposLineaAbono(Recordset& rs, std::int32_t numeroAbono, std::int32
 void EntradaStockAbono(std::int32_t codigo, const Value& producto, double cantidad, std::int32_t numeroAbono) {
     Sesion& s = sesion();
     double coste = 0.0;
-    Seguir([&] {
+    SinErrores([&] {
         const double entrada = LeerEntrada(codigo);
         const double stock = LeerStock(codigo, coste);
         RecordWriter::Instancia().Actualizar(s.Conexion, "Productos",
                                              Par("Entrada", entrada + cantidad) + Par("Stock", stock + cantidad),
                                              s.NombreTienda, s.Multitienda, "codigo = " + Num(codigo));
     });
-    Seguir([&] {
+    SinErrores([&] {
         Insertar("HistoricoStock", Par("Codigo", codigo) + Par("Nombre", producto) + Par("Cantidad", cantidad) +
                                        Par("fecha", Date()) + Par("coste", cantidad * coste) +
                                        Par("ticket", numeroAbono) + "Tipo=1|" +
@@ -85,16 +62,16 @@ std::string CamposCabeceraAbono(Recordset& rs, std::int32_t numeroAbono, std::in
                                 const std::string& formaPago, const std::string& tarjeta, DateTime fecha) {
     std::string campos = Par("Numero", numeroAbono) + Par("num_factura", numeroFactura) +
                          Par("Fecha", Format(rs["Fecha"], "dd/mm/yyyy")) + Par("Cliente", rs["Cliente"]) +
-                         CeroSiNulo("mesa", rs["mesa"]) + CeroSiNulo("comensales", rs["comensales"]) +
-                         Par("Empleado", rs["Empleado"]) + CeroSiNulo("Zona_Venta", rs["Zona_Venta"]) +
-                         Par("Total", Negado(rs["Total"])) + CeroSiNulo("descuento", rs["descuento"]) +
+                         ParCeroSiNulo("mesa", rs["mesa"]) + ParCeroSiNulo("comensales", rs["comensales"]) +
+                         Par("Empleado", rs["Empleado"]) + ParCeroSiNulo("Zona_Venta", rs["Zona_Venta"]) +
+                         Par("Total", Negado(rs["Total"])) + ParCeroSiNulo("descuento", rs["descuento"]) +
                          Par("hora", Format(Time(), "hh:mm")) + Par("Codigo_Empleado", rs["Codigo_Empleado"]) +
                          Par("pago", formaPago) + Par("hora_inicio", Format(rs["hora"], "hh:mm")) +
                          Par("impuesto", rs["impuesto"]) + Par("tarjeta", tarjeta);
     // A card part that isn't a number loses the cash pair, not the header.
-    Seguir([&] { campos += Efectivo(formaPago, rs["Total"], tarjeta); });
-    return campos + Par("recargo", rs["recargo"]) + Bandera("impuestoincluido", rs["impuestoincluido"]) +
-           Par("fechaVenta", fecha) + Par("terminal", rs["terminal"]) + Bandera("cierre", rs["cierre"]) +
+    SinErrores([&] { campos += Efectivo(formaPago, rs["Total"], tarjeta); });
+    return campos + Par("recargo", rs["recargo"]) + ParBandera("impuestoincluido", rs["impuestoincluido"]) +
+           Par("fechaVenta", fecha) + Par("terminal", rs["terminal"]) + ParBandera("cierre", rs["cierre"]) +
            Par("repartidor", rs["repartidor"]) + Par("impuesto_2", rs["impuesto_2"]) + "CaracteristicaVenta=DV|";
 }
 
@@ -106,22 +83,24 @@ bool HayFila(const std::string& sentencia) {
 
 }  // namespace
 
+// The refund document is written with failures passed over one statement at
+// a time: a row that can't be written is lost and the next one runs.
 void GrabarDetalleAbono(std::int32_t numeroAbono, std::int32_t numeroVenta, std::int32_t numeroFactura) {
     Recordset rs;
     bool abierto = false;
-    Seguir([&] {
+    SinErrores([&] {
         rs.Open("select * from Detalle_Factura_Temp where Num_Factura = " + Num(numeroVenta), sesion().Conexion);
         abierto = true;
     });
     if (!abierto) return;
     for (; !rs.Eof(); rs.MoveNext()) {
         std::string campos;
-        Seguir([&] { campos = CamposLineaAbono(rs, numeroAbono, numeroFactura); });
-        Seguir([&] {
+        SinErrores([&] { campos = CamposLineaAbono(rs, numeroAbono, numeroFactura); });
+        SinErrores([&] {
             if (Texto(rs["tipo_venta"]) != "P") return;
             EntradaStockAbono(CLng(rs["codigo"]), rs["Producto"], Abs(CDbl(rs["Unidades"])), numeroAbono);
         });
-        if (!campos.empty()) Seguir([&] { Insertar("Detalle_abono", campos); });
+        if (!campos.empty()) SinErrores([&] { Insertar("Detalle_abono", campos); });
     }
 }
 
@@ -129,18 +108,15 @@ void GrabarCabeceraAbono(std::int32_t numeroAbono, std::int32_t numeroVenta, con
                          const std::string& tarjeta, std::int32_t numeroFactura, DateTime fecha1) {
     const DateTime fecha = FechaNegocio(fecha1);
     Sesion& s = sesion();
-    Seguir([&] {
+    SinErrores([&] {
         Recordset rs;
         rs.Open("select * from Cabecera_Factura_Temp where numero = " + Num(numeroVenta), s.Conexion);
         if (rs.RecordCount() != 1) return;
         std::string campos;
-        Seguir([&] { campos = CamposCabeceraAbono(rs, numeroAbono, numeroFactura, formaPago, tarjeta, fecha); });
+        SinErrores([&] { campos = CamposCabeceraAbono(rs, numeroAbono, numeroFactura, formaPago, tarjeta, fecha); });
         // The customer's last visit moves even for a refund.
-        Seguir([&] {
-            RecordWriter::Instancia().Actualizar(s.Conexion, "clientes", Par("ultimavisita", fecha), s.NombreTienda,
-                                                 s.Multitienda, "codigo=" + Texto(rs["Cliente"]));
-        });
-        if (!campos.empty()) Seguir([&] { Insertar("Cabecera_Abono", campos); });
+        SinErrores([&] { ActualizarUltimaVisita(rs["Cliente"], fecha); });
+        if (!campos.empty()) SinErrores([&] { Insertar("Cabecera_Abono", campos); });
     });
 }
 

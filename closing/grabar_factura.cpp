@@ -9,6 +9,7 @@
 #include "core/servicios/record_writer.hpp"
 #include "core/sesion/contadores.hpp"
 #include "core/sesion/sesion.hpp"
+#include "sale/campos_linea.hpp"
 #include "sale/fecha_negocio.hpp"
 #include "sale/stock.hpp"
 #include "sale/ventas_abiertas.hpp"
@@ -21,12 +22,8 @@ std::string Par(const char* nombre, const Value& valor) { return FieldList::Par(
 
 std::string Num(std::int32_t n) { return CStr(Value(n)); }
 
-// Flags go into a field list as -1 and 0.
-std::string Bandera(const char* nombre, const Value& v) {
-    return std::string(nombre) + "=" + (!v.IsNull() && CBool(v) ? "-1" : "0") + "|";
-}
-
-std::string CeroSiNulo(const char* nombre, const Value& v) { return Par(nombre, v.IsNull() ? Value(0) : v); }
+std::string Bandera(const char* nombre, const Value& v) { return ParBandera(nombre, v); }
+std::string CeroSiNulo(const char* nombre, const Value& v) { return ParCeroSiNulo(nombre, v); }
 
 void Insertar(const char* tabla, const std::string& campos) {
     Sesion& s = sesion();
@@ -34,15 +31,7 @@ void Insertar(const char* tabla, const std::string& campos) {
 }
 
 std::string CamposLinea(Recordset& rs, std::int32_t numeroFactura) {
-    std::string campos = Par("Num_Factura", numeroFactura);
-    for (const char* columna : {"codigo", "Producto", "Unidades", "Precio", "Descuento", "Recargo", "Precio_Unit"})
-        campos += Par(columna, rs[columna]);
-    for (const char* columna : {"borrar", "ProductoDeMenu", "menu"}) campos += Bandera(columna, rs[columna]);
-    campos += rs["codMenu"].IsNull() ? "codMenu= |" : Par("codMenu", rs["codMenu"]);
-    for (const char* columna : {"impuesto", "tipoimpuesto", "codEmpleado", "NombreEmpleado", "tipo_Venta",
-                                "impuesto_2", "tipoimpuesto_2", "codfamilia"})
-        campos += Par(columna, rs[columna]);
-    return campos;
+    return Par("Num_Factura", numeroFactura) + CamposLineaVenta(rs, rs["Unidades"]);
 }
 
 // Salida goes up inside the statement; the new stock is worked out here

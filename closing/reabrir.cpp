@@ -1,14 +1,15 @@
 #include "closing/reabrir.hpp"
 
+#include "closing/sin_errores.hpp"
 #include "core/datos/recordset.hpp"
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
-#include "core/runtime/error.hpp"
 #include "core/runtime/formato.hpp"
 #include "core/servicios/field_list.hpp"
 #include "core/servicios/record_writer.hpp"
 #include "core/sesion/contadores.hpp"
 #include "core/sesion/sesion.hpp"
+#include "sale/campos_linea.hpp"
 #include "sale/fecha_negocio.hpp"
 #include "sale/stock.hpp"
 
@@ -18,22 +19,8 @@ namespace {
 
 std::string Num(std::int32_t n) { return CStr(Value(n)); }
 std::string Par(const char* nombre, const Value& valor) { return FieldList::Par(nombre, valor); }
-std::string Bandera(const char* nombre, const Value& valor) {
-    return Par(nombre, !valor.IsNull() && CBool(valor) ? -1 : 0);
-}
-std::string CeroSiNulo(const char* nombre, const Value& valor) {
-    return Par(nombre, valor.IsNull() ? Value(0) : valor);
-}
-
-// Copying a closed sale back passes over a statement that fails and runs the
-// next: the closed rows are deleted afterwards all the same.
-template <class F>
-void Seguir(F&& paso) {
-    try {
-        paso();
-    } catch (const RuntimeError&) {
-    }
-}
+std::string Bandera(const char* nombre, const Value& valor) { return ParBandera(nombre, valor); }
+std::string CeroSiNulo(const char* nombre, const Value& valor) { return ParCeroSiNulo(nombre, valor); }
 
 // Only these columns come back: the second tax and the family are left
 // behind, and a modified sale closes without them.
@@ -54,7 +41,7 @@ std::string CamposLineaDevuelta(Recordset& rs, std::int32_t numeroVenta, int ord
 void DeshacerStockLinea(const Value& codigo, double unidades, std::int32_t numeroFactura) {
     Sesion& s = sesion();
     RecordWriter& escritor = RecordWriter::Instancia();
-    Seguir([&] {
+    SinErrores([&] {
         const std::int32_t cod = CLng(codigo);
         const double salida = LeerSalida(cod);
         double coste = 0.0;
@@ -62,7 +49,7 @@ void DeshacerStockLinea(const Value& codigo, double unidades, std::int32_t numer
         escritor.Actualizar(s.Conexion, "Productos", Par("Salida", salida - unidades) + Par("Stock", stock + unidades),
                             s.NombreTienda, s.Multitienda, "codigo = " + Texto(codigo));
     });
-    Seguir([&] {
+    SinErrores([&] {
         escritor.Borrar(s.Conexion, "HistoricoStock", s.NombreTienda, s.Multitienda,
                         "codigo = " + Texto(codigo) + " and ticket = " + Num(numeroFactura));
     });
@@ -103,7 +90,7 @@ void DevolverLineasATemp(std::int32_t numeroFactura, std::int32_t numeroVenta) {
     Sesion& s = sesion();
     Recordset rs;
     bool abierto = false;
-    Seguir([&] {
+    SinErrores([&] {
         rs.Open("select * from Detalle_Factura where Num_Factura = " + Num(numeroFactura), s.Conexion);
         abierto = true;
     });
@@ -111,13 +98,13 @@ void DevolverLineasATemp(std::int32_t numeroFactura, std::int32_t numeroVenta) {
     int orden = 1;
     for (; !rs.Eof(); rs.MoveNext()) {
         std::string campos;
-        Seguir([&] { campos = CamposLineaDevuelta(rs, numeroVenta, orden); });
+        SinErrores([&] { campos = CamposLineaDevuelta(rs, numeroVenta, orden); });
         ++orden;
-        Seguir([&] {
+        SinErrores([&] {
             if (Texto(rs["tipo_venta"]) == "P") DeshacerStockLinea(rs["codigo"], CDbl(rs["Unidades"]), numeroFactura);
         });
         if (campos.empty()) continue;
-        Seguir([&] {
+        SinErrores([&] {
             RecordWriter::Instancia().Insertar(s.Conexion, "Detalle_Factura_temp", campos, s.NombreTienda,
                                                s.Multitienda);
         });
@@ -127,8 +114,8 @@ void DevolverLineasATemp(std::int32_t numeroFactura, std::int32_t numeroVenta) {
 void DevolverCabeceraATemp(std::int32_t numeroFactura, std::int32_t numeroVenta) {
     Sesion& s = sesion();
     // Asked for and not used: the reopened sale keeps its own date.
-    Seguir([] { FechaNegocio(Date()); });
-    Seguir([&] {
+    SinErrores([] { FechaNegocio(Date()); });
+    SinErrores([&] {
         Recordset rs;
         rs.Open("select * from Cabecera_Factura where numero = " + Num(numeroFactura), s.Conexion);
         if (rs.Eof()) return;

@@ -7,6 +7,7 @@
 #include "core/servicios/field_list.hpp"
 #include "core/servicios/record_writer.hpp"
 #include "core/sesion/sesion.hpp"
+#include "sale/campos_linea.hpp"
 #include "sale/fecha_negocio.hpp"
 #include "sale/ventas_abiertas.hpp"
 
@@ -26,29 +27,11 @@ std::string FiltroLineas(std::int32_t codigo, const std::string& tipo, std::int1
 }
 
 std::string Par(const char* nombre, const Value& valor) { return FieldList::Par(nombre, valor); }
-
-// A flag copied as -1 or 0.
-std::string Bandera(const char* nombre, const Value& valor) {
-    return Par(nombre, !valor.IsNull() && CBool(valor) ? -1 : 0);
-}
-
-// A whole number that may be missing, copied as 0.
-std::string CeroSiNulo(const char* nombre, const Value& valor) {
-    return Par(nombre, valor.IsNull() ? Value(0) : valor);
-}
+std::string Bandera(const char* nombre, const Value& valor) { return ParBandera(nombre, valor); }
+std::string CeroSiNulo(const char* nombre, const Value& valor) { return ParCeroSiNulo(nombre, valor); }
 
 std::string CamposLineaAnulada(Recordset& rs) {
-    std::string campos;
-    for (const char* c : {"Num_Factura", "codigo", "Producto", "Unidades", "Precio", "Descuento", "Recargo",
-                          "Precio_Unit"})
-        campos += Par(c, rs[c]);
-    for (const char* c : {"borrar", "ProductoDeMenu", "menu"}) campos += Bandera(c, rs[c]);
-    const Value& menu = rs["codMenu"];
-    campos += Par("codMenu", menu.IsNull() ? Value(" ") : menu);
-    for (const char* c : {"impuesto", "tipoimpuesto", "codEmpleado", "NombreEmpleado", "tipo_Venta", "impuesto_2",
-                          "tipoimpuesto_2", "codfamilia"})
-        campos += Par(c, rs[c]);
-    return campos;
+    return Par("Num_Factura", rs["Num_Factura"]) + CamposLineaVenta(rs, rs["Unidades"]);
 }
 
 std::string CamposCabeceraAnulada(Recordset& rs, DateTime fechaVenta) {
