@@ -1,12 +1,12 @@
 #include "closing/albaranes.hpp"
 
+#include "closing/copias.hpp"
 #include "core/datos/recordset.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/texto.hpp"
 #include "core/servicios/record_writer.hpp"
 #include "core/sesion/contadores.hpp"
 #include "core/sesion/lectura.hpp"
-#include "core/sesion/mensajes.hpp"
 #include "core/sesion/sesion.hpp"
 #include "printing/albaran_ticket.hpp"
 #include "sale/anulacion.hpp"
@@ -34,20 +34,9 @@ void GrabarAlbaran(std::int32_t numeroVenta, int copias) {
     const std::int32_t numero = SiguienteNumeroAlbaran();
     RecordWriter::Instancia().Actualizar(s.Conexion, "Cabecera_factura_temp", "num_albaran=" + Numero(numero) + "|",
                                          s.NombreTienda, s.Multitienda, "numero = " + Numero(numeroVenta));
-    // A failed copy is told, and so is every copy after it: the failure
-    // stands until the last copy.
-    bool hayError = false;
-    for (int copia = 1; copia <= copias; ++copia) {
-        try {
-            ImprimirAlbaran::ImprimirAlbaranTicket(s.Conexion, s.ImpresoraTickets, numeroVenta, "", "");
-        } catch (const std::exception&) {
-            hayError = true;
-        }
-        if (hayError)
-            MsgBox("Compruebe la conexion con su impresora, si la impresora esta conectada a otro equipo compruebe el "
-                   "estado de la conexion.",
-                   vbCritical, "Impresion");
-    }
+    ImprimirCopiasConAviso(copias, [&] {
+        ImprimirAlbaran::ImprimirAlbaranTicket(s.Conexion, s.ImpresoraTickets, numeroVenta, "", "");
+    });
 }
 
 void PasoDetallesANuevaVenta(std::int32_t origen, std::int32_t destino) {

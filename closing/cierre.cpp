@@ -1,12 +1,12 @@
 #include "closing/cierre.hpp"
 
 #include "closing/abono.hpp"
+#include "closing/copias.hpp"
 #include "closing/grabar_factura.hpp"
 #include "closing/vales_deudas.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/servicios/record_writer.hpp"
 #include "core/sesion/contadores.hpp"
-#include "core/sesion/mensajes.hpp"
 #include "core/sesion/sesion.hpp"
 #include "printing/cajon.hpp"
 #include "printing/factura.hpp"
@@ -43,23 +43,6 @@ void ImprimirCopia(const DatosCierre& datos, const Documento& doc) {
         servicio.ImprimirTicketAbono(s.Conexion, s.ImpresoraTickets, doc.numero, datos.devolucion, datos.entrega);
     else
         servicio.ImprimirTicketVenta(s.Conexion, s.ImpresoraTickets, doc.numero, datos.devolucion, datos.entrega);
-}
-
-// A failed copy never stops the closing. The failure is not forgotten
-// between copies, so every copy after it warns again.
-void ImprimirCopias(const DatosCierre& datos, const Documento& doc) {
-    bool hayError = false;
-    for (int copia = 1; copia <= sesion().opciones.NumCopiasFactura; ++copia) {
-        try {
-            ImprimirCopia(datos, doc);
-        } catch (const std::exception&) {
-            hayError = true;
-        }
-        if (hayError)
-            MsgBox("Compruebe la conexion con su impresora, si la impresora esta conectada a otro equipo compruebe el "
-                   "estado de la conexion.",
-                   vbCritical, "Impresion");
-    }
 }
 
 void BorrarVentaTemp(std::int32_t numeroVenta) {
@@ -110,7 +93,10 @@ void CerrarVenta(DatosCierre& datos, CajaEnCierre& caja) {
         AnotarValeEnTicket(datos.numeroVale);
     }
 
-    if (datos.imprimir) ImprimirCopias(datos, {modoAbono, modoAbono ? numeroAbono : numeroFactura});
+    if (datos.imprimir) {
+        const Documento doc{modoAbono, modoAbono ? numeroAbono : numeroFactura};
+        ImprimirCopiasConAviso(s.opciones.NumCopiasFactura, [&] { ImprimirCopia(datos, doc); });
+    }
 
     if (datos.numeroVale > -1) QuitarValeDeTicket();
     if (datos.abrirCajon) AbrirCajon();
