@@ -15,9 +15,10 @@ void ImprimirCopiasConAviso(int copias, const std::function<void()>& imprimirCop
             hayError = true;
         }
         if (hayError)
-            MsgBox("Compruebe la conexion con su impresora, si la impresora esta conectada a otro equipo compruebe el "
-                   "estado de la conexion.",
-                   vbCritical, "Impresion");
+            MsgBox(
+                "Compruebe la conexion con su impresora, si la impresora esta conectada a otro equipo compruebe el "
+                "estado de la conexion.",
+                vbCritical, "Impresion");
     }
 }
 

@@ -14,9 +14,8 @@ std::string ParCeroSiNulo(const char* nombre, const Value& valor) {
 }
 
 std::string CamposLineaVenta(Recordset& rs, const Value& unidades) {
-    std::string campos =
-        FieldList::Par("codigo", rs["codigo"]) + FieldList::Par("Producto", rs["Producto"]) +
-        FieldList::Par("Unidades", unidades);
+    std::string campos = FieldList::Par("codigo", rs["codigo"]) + FieldList::Par("Producto", rs["Producto"]) +
+                         FieldList::Par("Unidades", unidades);
     for (const char* c : {"Precio", "Descuento", "Recargo", "Precio_Unit"}) campos += FieldList::Par(c, rs[c]);
     for (const char* c : {"borrar", "ProductoDeMenu", "menu"}) campos += ParBandera(c, rs[c]);
     const Value& menu = rs["codMenu"];
