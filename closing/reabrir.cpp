@@ -86,6 +86,8 @@ DateTime FechaVentaFactura(std::int32_t numeroFactura) {
     return CDate(rs["fechaventa"]);
 }
 
+// Copying a closed sale back passes over a statement that fails and runs the
+// next: the closed rows are deleted afterwards all the same.
 void DevolverLineasATemp(std::int32_t numeroFactura, std::int32_t numeroVenta) {
     Sesion& s = sesion();
     Recordset rs;
