@@ -148,11 +148,6 @@ TEST_P(FallosEnCadaMotor, BaseOcupadaPorOtroPrograma_EsperaElPlazoYLoDiceEnEspan
     EXPECT_EQ(Valor("select daton from relaciones_fijas").number(), 9);
 }
 
-TEST(Fallos, LaEsperaPorDefectoEsDeDiezSegundos) {
-    datos::FijarEsperaOcupada(std::chrono::milliseconds(0));
-    EXPECT_EQ(datos::EsperaOcupada(), std::chrono::milliseconds(10000));
-}
-
 TPV_EN_CADA_MOTOR(FallosEnCadaMotor);
 
 // ---------------------------------------------------------------- URIs

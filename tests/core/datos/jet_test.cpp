@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/runtime/fecha.hpp"
+#include "tests/core/datos/filas_prueba.hpp"
 #include "tests/support/base_prueba.hpp"
 
 namespace tpv::prueba {
@@ -35,27 +36,7 @@ protected:
         std::vector<std::string> out;
         Recordset rs;
         rs.Open(sql, cn, adOpenStatic, adLockOptimistic);
-        while (!rs.Eof()) {
-            std::string fila;
-            for (int i = 0; i < rs.FieldCount(); ++i) {
-                const Value& v = rs.Fields(i).Value();
-                if (i) fila += "|";
-                switch (v.kind()) {
-                    case Value::Kind::Null: fila += "NULL"; break;
-                    case Value::Kind::Integer: fila += std::to_string(v.integer()); break;
-                    case Value::Kind::Double: {
-                        char buf[32];
-                        std::snprintf(buf, sizeof buf, "%g", v.real());
-                        fila += buf;
-                        break;
-                    }
-                    case Value::Kind::Text: fila += v.text(); break;
-                    case Value::Kind::Date: fila += fecha::ATextoIso(v.date()); break;
-                }
-            }
-            out.push_back(fila);
-            rs.MoveNext();
-        }
+        for (; !rs.Eof(); rs.MoveNext()) out.push_back(Fila(rs));
         return out;
     }
 };
@@ -150,17 +131,6 @@ TEST_P(JetTest, EscrituraConValoresRegionales_YPosicional) {
     EXPECT_EQ(Valor("select count(*) from productos").integer(), 3);
     EXPECT_EQ(cn.Execute("update productos set stock = stock - 1 where borrar = false"), 2);
     EXPECT_EQ(Filas("select stock from productos order by codigo"), (V{"4", "NULL", "0"}));
-}
-
-TEST_P(JetTest, NullCeroYTextoVacio_SonDistintos) {
-    Ejecutar({"insert into clientes (codigo, nombre, apellidos, descuento) values (10, '', null, 0)"});
-    Recordset rs;
-    rs.Open("select nombre, apellidos, descuento, dindep from clientes where codigo = 10", cn, adOpenStatic, adLockOptimistic);
-    ASSERT_EQ(rs.RecordCount(), 1);
-    EXPECT_EQ(rs["nombre"].Value(), Value(""));
-    EXPECT_TRUE(rs["APELLIDOS"].IsNull());
-    EXPECT_EQ(rs["Descuento"].Value(), Value(0.0));
-    EXPECT_TRUE(rs["dindep"].IsNull());
 }
 
 TEST_P(JetTest, SentenciasRotas_FallanNombrandoLaSentencia_SinEjecutarNada) {

@@ -183,12 +183,14 @@ TEST_P(RecordsetTest, AsignarUnCampo_ConvierteAlTipoDelCampoComoElTpv) {
     rs["empleado"] = Value(2.5);
     EXPECT_THROW(rs["impuesto"] = Value("doce"), RuntimeError);
     rs.Update();
+    rs["total"] = Value("1.234,5");  // thousands in the regional form
+    rs.Update();
     rs.Close();
     Recordset leido;
     leido.Open("select total, fecha, cliente, empleado from cabecera_factura_temp where numero = 9 and fecha = #11/15/2026#",
                cn, adOpenStatic, adLockOptimistic);
     ASSERT_EQ(leido.RecordCount(), 1);
-    EXPECT_EQ(leido["total"].Value(), Value(12.5));
+    EXPECT_EQ(leido["total"].Value(), Value(1234.5));
     EXPECT_EQ(leido["cliente"].Value(), Value(44));
     EXPECT_EQ(leido["empleado"].Value(), Value("2,5"));
 }
