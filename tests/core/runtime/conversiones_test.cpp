@@ -141,10 +141,8 @@ TEST(RuntimeConversiones, CStr_FechaSegunTengaDiaYHora) {
     EXPECT_EQ(CStr(Value(conHora)), "15/11/2026 08:12:40");
     EXPECT_EQ(CStr(Value(fecha::DesdeHora(8, 12, 40))), "08:12:40");
     EXPECT_EQ(CStr(Value(DateTime{0})), "00:00:00");
+    // Texto is what joining to a text gives: CStr, with Null as "".
     EXPECT_EQ(Texto(Value(dia)), "15/11/2026");
-}
-
-TEST(RuntimeConversiones, Texto_EsLoQueDaUnirAUnTexto) {
     EXPECT_EQ(Texto(Value()), "");
     EXPECT_EQ(Texto(12.5), "12,5");
     EXPECT_EQ(Texto(Value(-3)), "-3");
@@ -261,14 +259,10 @@ TEST(RuntimeConversiones, Round_MitadesAlParSobreElValorBinario) {
     EXPECT_EQ(ErrorDe([] { Round(1.0, -1); }).numero, kErrInvalidCall);
 }
 
-TEST(RuntimeConversiones, IntFixAbsSgn) {
+TEST(RuntimeConversiones, IntBajaYFixTrunca) {
     EXPECT_EQ(Int(-2.5), -3);
     EXPECT_EQ(Fix(-2.5), -2);
     EXPECT_EQ(Int(2.5), 2);
-    EXPECT_EQ(Abs(-1.5), 1.5);
-    EXPECT_EQ(Sgn(-0.1), -1);
-    EXPECT_EQ(Sgn(0), 0);
-    EXPECT_EQ(Sgn(3), 1);
 }
 
 }  // namespace

@@ -68,16 +68,6 @@ protected:
     std::string base;
 };
 
-TEST_F(TpvSql, Ayuda_ImprimeElUsoYTerminaBien) {
-    for (const char* opcion : {"--help", "-h"}) {
-        const Salida s = Correr(opcion);
-        EXPECT_EQ(s.estado, 0) << opcion;
-        EXPECT_EQ(s.texto.rfind("uso: tpvsql BASE [-e INSTRUCCION]...\n", 0), 0u) << s.texto;
-        EXPECT_NE(s.texto.find("--create [--force]"), std::string::npos);
-    }
-    EXPECT_EQ(Correr("--otra").estado, 2);
-}
-
 TEST_F(TpvSql, Crear_NuncaDestruyeDatosNiOtrosArchivos) {
     const std::string informes = (fs::path(TPV_SCHEMA_DIR) / "informes.schema").string();
     const struct {
