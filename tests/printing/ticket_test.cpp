@@ -247,39 +247,15 @@ TEST_P(ConfTicketTest, TicketService_ConLosRotulosDeLaTiendaOLosPropios) {
 
     Ejecutar({"delete * from confticket"});
     servicio.ImprimirTicketVenta(cn, "TICKETS", 41, "19,75", "50");
-    const Lineas propio = {
-        "   Perfumería Olmo",
-        "             C/ Mayor 3",
-        "         C.I.F.: B12345678",
-        "           Tlf: 918880000",
-        "",
-        "Ticket: 41     14/03/26 10:31",
-        "Le atendió: Marta",
-        "Cliente: Ana Ruiz Gil",
-        "NIF: 12345678Z  Tlf: 600111222",
-        "C/ Sol 1",
-        "",
-        "Ud Descripción       Precio Importe",
-        "-----------------------------------",
-        "2 Colonia fresca      12,10   24,20",
-        "1 Jabón de glicerina   6,05    6,05",
-        "1 Bolsa",
-        "-----------------------------------",
-        "                   TOTAL      30,25",
-        "               Entregado      50,00",
-        "                  Cambio      19,75",
-        "",
-        "-----------------------------------",
-        "IVA                 Base      Cuota",
-        "21%                25,00       5,25",
-        "-----------------------------------",
-        "",
-        "       Forma de pago: Contado",
-        "            IVA incluido",
-        "       Gracias por su visita",
-        "",
+    // Without it, the till's own wording: the lines that differ from the shop's.
+    papel = Papel();
+    ASSERT_EQ(papel.size(), 30u);
+    const std::pair<std::size_t, const char*> propias[] = {
+        {1, "             C/ Mayor 3"},       {2, "         C.I.F.: B12345678"},   {5, "Ticket: 41     14/03/26 10:31"},
+        {9, "C/ Sol 1"},                     {11, "Ud Descripción       Precio Importe"},
+        {22, "IVA                 Base      Cuota"}, {26, "       Forma de pago: Contado"},
     };
-    EXPECT_EQ(Papel(), propio);
+    for (auto [i, linea] : propias) EXPECT_EQ(papel[i], linea) << i;
 
     // A refund; texts that are no amount print no money lines.
     servicio.ImprimirTicketAbono(cn, "TICKETS", 5, "", "abc");
