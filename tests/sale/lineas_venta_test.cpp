@@ -18,13 +18,14 @@ TEST_P(LineasVenta, AbrirVenta_CabeceraConNumeroDelContadorYEtiqueta) {
     EXPECT_EQ(AbrirVenta(lblNumVenta, 12, "Juan Perez", "3"), 7);
     EXPECT_EQ(lblNumVenta.caption, "7");
     EXPECT_EQ(CLng(Valor("select daton from relaciones_fijas where indice = 'Venta'")), 8);
-    EXPECT_EQ(CLng(Valor("select cliente from cabecera_factura_temp where numero = 7")), 12);
-    EXPECT_EQ(CStr(Valor("select empleado from cabecera_factura_temp where numero = 7")), "Juan Perez");
-    EXPECT_EQ(CLng(Valor("select codigo_empleado from cabecera_factura_temp where numero = 7")), 3);
-    EXPECT_EQ(CLng(Valor("select impuestoincluido from cabecera_factura_temp where numero = 7")), 0);
-    EXPECT_EQ(CStr(Valor("select terminal from cabecera_factura_temp where numero = 7")), "CAJA1");
-    EXPECT_EQ(CStr(Valor("select fecha from cabecera_factura_temp where numero = 7")), "15/11/2026");
-    EXPECT_EQ(CStr(Valor("select hora from cabecera_factura_temp where numero = 7")), "10:30:00");
+    Recordset rs;
+    rs.Open("select cliente, empleado, codigo_empleado, impuestoincluido, terminal, fecha, hora from "
+            "cabecera_factura_temp where numero = 7",
+            sesion().Conexion);
+    ASSERT_FALSE(rs.Eof());
+    std::string fila;
+    for (int i = 0; i < rs.FieldCount(); ++i) fila += CStr(rs.Fields(i).Value()) + "|";
+    EXPECT_EQ(fila, "12|Juan Perez|3|0|CAJA1|15/11/2026|10:30:00|");
 }
 
 // Price, tax and second tax of one item, at every rounding point: the grid's
