@@ -20,56 +20,28 @@ struct Esquema {
     long tarifaTexto, tarifaFondo;  // the tariff "General"
 };
 
+// clang-format off
+// Each row: background, text, entry, entry text, button, button text, the four
+// generic colours, focus, highlight, and the tariff "General" text and back.
 constexpr std::array<Esquema, ColourScheme::kNumEsquemas> kEsquemas{{
     // 0: classic greys
-    {Rgb(236, 233, 216),
-     Rgb(0, 0, 0),
-     Rgb(255, 255, 255),
-     Rgb(0, 0, 0),
-     Rgb(212, 208, 200),
-     Rgb(0, 0, 0),
+    {Rgb(236, 233, 216), Rgb(0, 0, 0), Rgb(255, 255, 255), Rgb(0, 0, 0), Rgb(212, 208, 200), Rgb(0, 0, 0),
      {Rgb(192, 255, 192), Rgb(255, 255, 192), Rgb(192, 224, 255), Rgb(255, 192, 192)},
-     Rgb(255, 255, 128),
-     Rgb(255, 128, 0),
-     Rgb(0, 0, 0),
-     Rgb(192, 255, 192)},
+     Rgb(255, 255, 128), Rgb(255, 128, 0), Rgb(0, 0, 0), Rgb(192, 255, 192)},
     // 1: blue
-    {Rgb(200, 220, 240),
-     Rgb(0, 0, 64),
-     Rgb(255, 255, 255),
-     Rgb(0, 0, 64),
-     Rgb(170, 200, 230),
-     Rgb(0, 0, 64),
+    {Rgb(200, 220, 240), Rgb(0, 0, 64), Rgb(255, 255, 255), Rgb(0, 0, 64), Rgb(170, 200, 230), Rgb(0, 0, 64),
      {Rgb(160, 200, 255), Rgb(200, 230, 255), Rgb(170, 240, 240), Rgb(220, 200, 255)},
-     Rgb(255, 255, 160),
-     Rgb(0, 90, 200),
-     Rgb(0, 0, 64),
-     Rgb(160, 200, 255)},
+     Rgb(255, 255, 160), Rgb(0, 90, 200), Rgb(0, 0, 64), Rgb(160, 200, 255)},
     // 2: green
-    {Rgb(210, 235, 210),
-     Rgb(0, 48, 0),
-     Rgb(255, 255, 255),
-     Rgb(0, 48, 0),
-     Rgb(180, 220, 180),
-     Rgb(0, 48, 0),
+    {Rgb(210, 235, 210), Rgb(0, 48, 0), Rgb(255, 255, 255), Rgb(0, 48, 0), Rgb(180, 220, 180), Rgb(0, 48, 0),
      {Rgb(170, 230, 170), Rgb(230, 245, 180), Rgb(190, 230, 220), Rgb(245, 215, 170)},
-     Rgb(255, 250, 170),
-     Rgb(0, 140, 60),
-     Rgb(0, 48, 0),
-     Rgb(170, 230, 170)},
+     Rgb(255, 250, 170), Rgb(0, 140, 60), Rgb(0, 48, 0), Rgb(170, 230, 170)},
     // 3: dark
-    {Rgb(48, 48, 48),
-     Rgb(255, 255, 255),
-     Rgb(240, 240, 240),
-     Rgb(0, 0, 0),
-     Rgb(80, 80, 80),
-     Rgb(255, 255, 255),
+    {Rgb(48, 48, 48), Rgb(255, 255, 255), Rgb(240, 240, 240), Rgb(0, 0, 0), Rgb(80, 80, 80), Rgb(255, 255, 255),
      {Rgb(60, 120, 60), Rgb(130, 110, 40), Rgb(50, 90, 140), Rgb(140, 60, 60)},
-     Rgb(255, 230, 120),
-     Rgb(255, 160, 0),
-     Rgb(255, 255, 255),
-     Rgb(60, 120, 60)},
+     Rgb(255, 230, 120), Rgb(255, 160, 0), Rgb(255, 255, 255), Rgb(60, 120, 60)},
 }};
+// clang-format on
 
 const Esquema& Elegir(int esquema) {
     return kEsquemas[esquema >= 0 && esquema < ColourScheme::kNumEsquemas ? static_cast<std::size_t>(esquema) : 0];
