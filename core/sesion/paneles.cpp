@@ -86,6 +86,24 @@ void CargarPanelGrupos(PanelRegistros& panel, const std::string& sql, const char
     rs.Close();
 }
 
+// One button per row, coloured in turn and numbered from 1; `boton` fills
+// the picture and the caption, which differ per panel.
+template <class Boton>
+void LlenarPanel(PanelRegistros& panel, const std::string& sql, const char* columnaColor, Boton boton) {
+    panel.clear();
+    Recordset rs;
+    AbrirPanel(rs, sql);
+    Coloreado colores;
+    for (int n = 1; !rs.Eof(); rs.MoveNext(), ++n) {
+        ButtonRecord b;
+        b.Color = colores.Color(rs[columnaColor], rs["color"]);
+        boton(rs, n, b);
+        b.Codigo = CStr(rs["codigo"]);
+        panel.push_back(b);
+    }
+    rs.Close();
+}
+
 }  // namespace
 
 void CargarPanelProveedores() {
@@ -107,43 +125,28 @@ void CargarPanelSecciones() {
 }
 
 void CargarPanelEmpleados() {
-    Sesion& s = sesion();
-    s.PanelEmpleados.clear();
-    Recordset rs;
-    AbrirPanel(rs,
-               "Select codigo,nombre,apellidos,imagen,color,emp_color from empleados where baja= false and "
-               "mostrar_caja = -1 order by posicion");
-    Coloreado colores;
-    for (; !rs.Eof(); rs.MoveNext()) {
-        ButtonRecord b;
-        b.Color = colores.Color(rs["emp_color"], rs["color"]);
-        const Value& imagen = rs["imagen"];
-        if (!imagen.IsNull() && ExisteFichero(s.CarpetaFotos + CStr(imagen))) b.Imagen = s.CarpetaFotos + CStr(imagen);
-        b.Codigo = CStr(rs["codigo"]);
-        b.Texto = Texto(rs["nombre"]) + " " + Texto(rs["Apellidos"]);
-        s.PanelEmpleados.push_back(b);
-    }
-    rs.Close();
+    const std::string& fotos = sesion().CarpetaFotos;
+    LlenarPanel(sesion().PanelEmpleados,
+                "Select codigo,nombre,apellidos,imagen,color,emp_color from empleados where baja= false and "
+                "mostrar_caja = -1 order by posicion",
+                "emp_color", [&](Recordset& rs, int, ButtonRecord& b) {
+                    // Only a picture that is there is shown.
+                    const Value& imagen = rs["imagen"];
+                    if (!imagen.IsNull() && ExisteFichero(fotos + CStr(imagen))) b.Imagen = fotos + CStr(imagen);
+                    b.Texto = Texto(rs["nombre"]) + " " + Texto(rs["Apellidos"]);
+                });
 }
 
 void CargarPanelFormasPago() {
-    Sesion& s = sesion();
-    s.PanelFormasPago.clear();
-    Recordset rs;
-    AbrirPanel(rs,
-               "SELECT codigo, nombre, imagen, color,fpa_color from formapago where borrar = false and codigo <> 4 "
-               "order by posicion");
-    Coloreado colores;
-    for (int n = 1; !rs.Eof(); rs.MoveNext(), ++n) {
-        ButtonRecord b;
-        b.Color = colores.Color(rs["fpa_color"], rs["color"]);
-        const Value& imagen = rs["imagen"];
-        if (!imagen.IsNull()) b.Imagen = s.CarpetaFotos + CStr(imagen);
-        b.Codigo = CStr(rs["codigo"]);
-        b.Texto = "<F" + std::to_string(n) + "> " + Texto(rs["nombre"]);
-        s.PanelFormasPago.push_back(b);
-    }
-    rs.Close();
+    const std::string& fotos = sesion().CarpetaFotos;
+    LlenarPanel(sesion().PanelFormasPago,
+                "SELECT codigo, nombre, imagen, color,fpa_color from formapago where borrar = false and codigo <> 4 "
+                "order by posicion",
+                "fpa_color", [&](Recordset& rs, int n, ButtonRecord& b) {
+                    const Value& imagen = rs["imagen"];
+                    if (!imagen.IsNull()) b.Imagen = fotos + CStr(imagen);
+                    b.Texto = "<F" + std::to_string(n) + "> " + Texto(rs["nombre"]);
+                });
 }
 
 }  // namespace tpv
