@@ -122,19 +122,6 @@ std::string ValorMarcador(const std::string& marcador) {
 // Prints at x, keeping the line, so that the next print shares its height.
 double Derecha(const std::string& texto, double borde) { return borde - Printer().TextWidth(texto); }
 
-void ImprimirCabecera() {
-    Modulo& m = Estado();
-    PageDevice& p = Printer();
-    p.Font.Name = m.nombreFuente;
-    if (!m.lineas[1].empty()) {
-        p.Font.Size = 18;
-        ImprimirEn(0, m.lineas[1]);
-    }
-    p.Font.Size = 9;
-    for (int i = 2; i <= 5; ++i)
-        if (!m.lineas[i].empty()) ImprimirEn(0, m.lineas[i]);
-}
-
 // Line 6 names the document; lines 7 and 8 put what follows their ":" under
 // the date of line 6.
 void ImprimirLineasDocumento() {
@@ -235,6 +222,19 @@ void ImprimirPie() {
 }
 
 }  // namespace
+
+void ImprimirLineasTienda(int ultima) {
+    Modulo& m = Estado();
+    PageDevice& p = Printer();
+    p.Font.Name = m.nombreFuente;
+    if (!m.lineas[1].empty()) {
+        p.Font.Size = 18;
+        ImprimirEn(0, m.lineas[1]);
+    }
+    p.Font.Size = 9;
+    for (int i = 2; i <= ultima; ++i)
+        if (!m.lineas[i].empty()) ImprimirEn(0, m.lineas[i]);
+}
 
 Modulo& Estado() {
     static Modulo m;
@@ -357,7 +357,7 @@ void ImprimirAlbaranTicket(Connection& conexion, const std::string& impresora, s
     for (int i = 6; i <= 16; ++i) m.lineas[i] = ExpandirMarcadores(m.lineas[i]);
 
     PrepararImpresora(impresora);
-    ImprimirCabecera();
+    ImprimirLineasTienda(5);
     ImprimirLineasDocumento();
     ImprimirEn(0, "");
     ImprimirEn(0, "Telefono: " + m.clienteTelefono);

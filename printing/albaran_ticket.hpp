@@ -75,6 +75,8 @@ void LeerLineasPie(Connection& conexion);
 // A long text in pieces of a line's characters, as many as its width asks for.
 void ImprimirEnPiezas(const std::string& texto);
 void ImprimirEn(double x, const std::string& texto);
+// The shop's head: line 1 large, then lines 2 to `ultima` at the usual size.
+void ImprimirLineasTienda(int ultima);
 // Prints without moving to the next line.
 void ImprimirSinSalto(double x, const std::string& texto);
 

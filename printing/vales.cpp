@@ -27,19 +27,6 @@ void LeerLineasVale(Connection& cn) {
     for (int i = 6; i <= 8; ++i) m.lineas[i].clear();
 }
 
-void ImprimirLineasTienda() {
-    Modulo& m = Estado();
-    PageDevice& p = Printer();
-    p.Font.Name = m.nombreFuente;
-    if (!m.lineas[1].empty()) {
-        p.Font.Size = 18;
-        ImprimirEn(0, m.lineas[1]);
-    }
-    p.Font.Size = 9;
-    for (int i = 2; i <= 4; ++i)
-        if (!m.lineas[i].empty()) ImprimirEn(0, m.lineas[i]);
-}
-
 // The amount inside the box: an amount of odd length leaves the right edge
 // of the box one character short.
 std::string LineaImporteVale(const std::string& importe) {
@@ -58,7 +45,7 @@ void ImprimirValeDescuento(Connection& conexion, const std::string& impresora, c
     PrepararImpresora(impresora);
     PageDevice& p = Printer();
 
-    ImprimirLineasTienda();
+    ImprimirLineasTienda(4);
     const std::string fecha = "Fecha: " + Format(Date(), "dd/mm/yyyy");
     ImprimirSinSalto(0, fecha);
     ImprimirEn(p.TextWidth(fecha), " ");
