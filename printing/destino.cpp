@@ -22,16 +22,23 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
+// Sends the whole job down a descriptor just opened and closes it. `fd` is -1
+// when it could not be opened, with the reason in `error`; a failed write
+// names `destino`.
+void EnviarYCerrar(int fd, std::string& error, const std::string& destino, const Bytes& datos) {
+    if (fd < 0) throw ErrorImpresora(error);
+    const bool bien = EscribirTodo(fd, datos.data(), datos.size(), kEsperaEscrituraMs, error);
+    Cerrar(fd);
+    if (!bien) throw ErrorImpresora(destino + ": " + error);
+}
+
 class DestinoFichero : public Destino {
 public:
     explicit DestinoFichero(std::string ruta) : ruta_(std::move(ruta)) {}
     void Enviar(const Bytes& datos, bool) override {
         std::string error;
-        int fd = AbrirParaEscribir(ruta_, error);
-        if (fd < 0) throw ErrorImpresora(error);
-        const bool bien = EscribirTodo(fd, datos.data(), datos.size(), kEsperaEscrituraMs, error);
-        Cerrar(fd);
-        if (!bien) throw ErrorImpresora(ruta_ + ": " + error);
+        const int fd = AbrirParaEscribir(ruta_, error);
+        EnviarYCerrar(fd, error, ruta_, datos);
     }
 
 private:
@@ -43,11 +50,8 @@ public:
     DestinoSerie(std::string ruta, int baudios) : ruta_(std::move(ruta)), baudios_(baudios) {}
     void Enviar(const Bytes& datos, bool) override {
         std::string error;
-        int fd = AbrirPuertoSerie(ruta_, baudios_, error);
-        if (fd < 0) throw ErrorImpresora(error);
-        const bool bien = EscribirTodo(fd, datos.data(), datos.size(), kEsperaEscrituraMs, error);
-        Cerrar(fd);
-        if (!bien) throw ErrorImpresora(ruta_ + ": " + error);
+        const int fd = AbrirPuertoSerie(ruta_, baudios_, error);
+        EnviarYCerrar(fd, error, ruta_, datos);
     }
 
 private:
@@ -92,11 +96,8 @@ public:
     DestinoRed(std::string host, std::string puerto) : host_(std::move(host)), puerto_(std::move(puerto)) {}
     void Enviar(const Bytes& datos, bool) override {
         std::string error;
-        int fd = Conectar(host_, puerto_, error);
-        if (fd < 0) throw ErrorImpresora(error);
-        const bool bien = EscribirTodo(fd, datos.data(), datos.size(), kEsperaEscrituraMs, error);
-        Cerrar(fd);
-        if (!bien) throw ErrorImpresora(host_ + ": " + error);
+        const int fd = Conectar(host_, puerto_, error);
+        EnviarYCerrar(fd, error, host_, datos);
     }
 
 private:
