@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "printing/recording_printer.hpp"
+#include "tests/printing/golpe_doble.hpp"
 
 namespace tpv {
 namespace {
@@ -52,16 +53,7 @@ TEST(RecordingPrinter, ColocaCadaImpresionEnSuColumna) {
 
 TEST(RecordingPrinter, DobleGolpeSeVeUnaVezYTamanoGrandeCentrado) {
     RecordingPrinter p("T");
-    const double anchoLinea = p.TextWidth(std::string(35, '8'));
-    p.Font.Size = 14;
-    const double x = anchoLinea / 2 - p.TextWidth("ACME") / 2;
-    const double y = p.CurrentY;
-    p.CurrentX = x;
-    p.Print("ACME");
-    p.CurrentY = y;
-    p.CurrentX = x + 10;
-    p.Print("ACME");
-    p.Font.Size = 9;
+    prueba::ImprimirCabeceraEnNegrita(p, "ACME");
     p.Print("siguiente");
     // Two texts at one height: both show, the later one over the earlier.
     const double y2 = p.CurrentY;
