@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,6 +19,47 @@
 
 namespace tpv::prueba {
 
+// The rows of a query, each as its columns' texts joined by "|".
+inline std::vector<std::string> FilasDe(const std::string& sql, Connection& cn) {
+    std::vector<std::string> filas;
+    Recordset rs;
+    rs.Open(sql, cn);
+    for (; !rs.Eof(); rs.MoveNext()) {
+        std::string fila;
+        for (int i = 0; i < rs.FieldCount(); ++i) fila += (i ? "|" : "") + Texto(rs.Fields(i).Value());
+        filas.push_back(fila);
+    }
+    return filas;
+}
+
+// A ticket printer "TICKETS" that keeps its paper, as the only printer.
+inline RecordingPrinter* InstalarTickets() {
+    auto tickets = std::make_unique<RecordingPrinter>("TICKETS");
+    RecordingPrinter* r = tickets.get();
+    std::vector<std::unique_ptr<PageDevice>> lista;
+    lista.push_back(std::move(tickets));
+    InstallPrinters(std::move(lista));
+    return r;
+}
+
+// Whether a line of a printed document holds `texto`.
+inline bool EnPapel(const RecordingPrinter::Document& documento, const std::string& texto) {
+    const auto& papel = documento.paper;
+    return std::any_of(papel.begin(), papel.end(),
+                       [&](const std::string& l) { return l.find(texto) != std::string::npos; });
+}
+
+// The boxes shown were `cuantas` warnings of a printer that can't be reached.
+inline void AvisosDeImpresora(const std::vector<CajaMensaje>& cajas, std::size_t cuantas) {
+    ASSERT_EQ(cajas.size(), cuantas);
+    for (const CajaMensaje& c : cajas) {
+        EXPECT_EQ(c.titulo, "Impresion");
+        EXPECT_EQ(c.texto, "Compruebe la conexion con su impresora, si la impresora esta conectada a otro equipo "
+                           "compruebe el estado de la conexion.");
+        EXPECT_EQ(c.estilo & vbCritical, vbCritical);
+    }
+}
+
 // A perfumery with its session open, the clock on 15/11/2026 at 10:30, a
 // ticket printer "TICKETS" that records its paper, a drawer on "COM1" whose
 // bytes are kept, the invoice counter at 100 and open sales written straight
@@ -28,11 +70,7 @@ protected:
         SesionTest::SetUp();
         if (IsSkipped() || HasFatalFailure()) return;
         Reloj(10, 30);
-        auto tickets = std::make_unique<RecordingPrinter>("TICKETS");
-        tickets_ = tickets.get();
-        std::vector<std::unique_ptr<PageDevice>> lista;
-        lista.push_back(std::move(tickets));
-        InstallPrinters(std::move(lista));
+        tickets_ = InstalarTickets();
         FijarEscritorPuerto([this](const std::string&, const std::vector<std::uint8_t>&) { ++cajones; });
         Sesion& s = sesion();
         s.TerminalActual = s.IdentificadorTerminal = "CAJA1";
@@ -105,18 +143,7 @@ protected:
         CerrarVenta(d, caja);
     }
 
-    // The rows of a query, each as its columns' texts joined by "|".
-    std::vector<std::string> Filas(const std::string& sql) {
-        std::vector<std::string> filas;
-        Recordset rs;
-        rs.Open(sql, cn);
-        for (; !rs.Eof(); rs.MoveNext()) {
-            std::string fila;
-            for (int i = 0; i < rs.FieldCount(); ++i) fila += (i ? "|" : "") + Texto(rs.Fields(i).Value());
-            filas.push_back(fila);
-        }
-        return filas;
-    }
+    std::vector<std::string> Filas(const std::string& sql) { return FilasDe(sql, cn); }
 
     long Cuenta(const std::string& tabla) { return CLng(Valor("select count(*) from " + tabla)); }
 

@@ -1,12 +1,16 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "core/sesion/paneles.hpp"
 #include "printing/cajon.hpp"
+#include "screens/frm_cobrar.hpp"
 #include "screens/pantallas.hpp"
+#include "tests/closing/cierre_prueba.hpp"
 #include "tests/sale/venta_prueba.hpp"
 
 // The till screen on a fresh shop, shown by a host without a display: keys
@@ -110,9 +114,76 @@ protected:
         return r;
     }
 
+    // Runs `pasos` one by one while a screen waits modally.
+    void Guion(std::deque<std::function<void()>> pasos) {
+        guion_ = std::move(pasos);
+        anfitrion.siguiente = [this] {
+            if (guion_.empty()) return false;
+            auto paso = std::move(guion_.front());
+            guion_.pop_front();
+            paso();
+            return true;
+        };
+    }
+
     AnfitrionSinPantalla anfitrion;
     std::vector<std::string> lineas;
     std::vector<std::pair<std::string, std::vector<std::uint8_t>>> cajon;  // what reached the drawer's port
+    std::deque<std::function<void()>> guion_;
+};
+
+// The settlement screen over a sale of the till, in a shop that pays in
+// cash or by card, with the invoice counter at 100, a ticket printer that
+// keeps its paper and a customer, Ana Ruiz (4), in the till's list. Tickets
+// and the drawer are off.
+class CobroTest : public CajaTest {
+protected:
+    void SetUp() override {
+        CajaTest::SetUp();
+        if (IsSkipped() || HasFatalFailure()) return;
+        Ejecutar({"insert into formapago (codigo,nombre,posicion,borrar) values (1,'Contado',1,0)",
+                  "insert into formapago (codigo,nombre,posicion,borrar) values (2,'Tarjeta',2,0)",
+                  "insert into opciones (nombre,abrircajetin,imprimirticket,facturas) values ('Tienda',0,0,0)",
+                  "insert into relaciones_fijas (indice,daton) values ('Factura',100)",
+                  "insert into relaciones_fijas (indice,daton) values ('PagosCuenta',3)"});
+        CargarPanelFormasPago();
+        tickets_ = InstalarTickets();
+        Sesion& s = sesion();
+        s.ImpresoraTickets = "TICKETS";
+        s.opciones.abrircajetin = false;
+        s.opciones.imprimirticket = false;
+        s.Clientes.push_back(RegistroCliente{"Ana", "Ruiz", 4, {}, 0, false, 0});
+    }
+
+    void TearDown() override {
+        Unica<frmCobrar>().Unload();
+        ResetPrinters();
+        CajaTest::TearDown();
+    }
+
+    // A new sale of `codigos` on the till for the customer given, and the
+    // settlement screen opened over it.
+    frmCobrar& Cobro(std::initializer_list<const char*> codigos = {"8410001"}, const std::string& cliente = "0",
+                     const std::string& nombre = "Ana Ruiz") {
+        Unica<frmCobrar>().Unload();
+        Unica<frmCaja>().Unload();
+        frmCaja& c = Abrir();
+        if (cliente != "0") {
+            c.lblCodCliente.caption = cliente;
+            c.txtNomCliente.SetText(nombre);
+        }
+        for (const char* codigo : codigos) Escanear(codigo);
+        frmCobrar& f = Unica<frmCobrar>();
+        anfitrion.Accion([&] { f.Show(); });
+        return f;
+    }
+
+    std::vector<std::string> Filas(const std::string& sql) { return FilasDe(sql, cn); }
+    bool EnPapel(std::size_t documento, const std::string& texto) const {
+        return prueba::EnPapel(tickets_->Documents().at(documento), texto);
+    }
+
+    RecordingPrinter* tickets_ = nullptr;
 };
 
 }  // namespace tpv::prueba

@@ -1,28 +1,18 @@
 // A discount on the whole sale given at the settlement screen: it lands on
 // the till's lines and the open sale, the amount to pay follows, the closing
 // takes the discounted sale, and leaving without closing keeps it.
-#include "screens/frm_cobrar.hpp"
 #include "tests/screens/caja_prueba.hpp"
 
 namespace tpv {
 namespace {
 
-class CobrarDescuentos : public prueba::CajaTest {
+class CobrarDescuentos : public prueba::CobroTest {
 protected:
     void SetUp() override {
-        CajaTest::SetUp();
+        CobroTest::SetUp();
         if (IsSkipped() || HasFatalFailure()) return;
-        Ejecutar({"insert into formapago (codigo,nombre,posicion,borrar) values (1,'Contado',1,0)",
-                  "insert into formapago (codigo,nombre,posicion,borrar) values (2,'Tarjeta',2,0)",
-                  "insert into opciones (nombre,abrircajetin,imprimirticket,facturas) values ('Tienda',0,0,0)"});
-        CargarPanelFormasPago();
         Articulo(5, "8410001", "Colonia", "10");
         Articulo(6, "8410002", "Jabon", "5");
-    }
-
-    void TearDown() override {
-        Unica<frmCobrar>().Unload();
-        CajaTest::TearDown();
     }
 
     // A sale of 20 on the till (10, and two of 5), and the settlement screen over it.
@@ -30,11 +20,7 @@ protected:
         Unica<frmCobrar>().Unload();
         Unica<frmCaja>().Unload();
         Ejecutar({"delete from detalle_factura_temp", "delete from cabecera_factura_temp"});
-        Abrir();
-        for (const char* codigo : {"8410001", "8410002", "8410002"}) Escanear(codigo);
-        frmCobrar& f = Unica<frmCobrar>();
-        anfitrion.Accion([&] { f.Show(); });
-        return f;
+        return Cobro({"8410001", "8410002", "8410002"});
     }
 
     void Descuento(frmCobrar& f, CommandButton& boton, const std::string& valor) {
@@ -98,8 +84,6 @@ TEST_P(CobrarDescuentos, Panel_TopeDelPorcentajeCancelarYSinLineas) {
     frmCobrar& f = CobroDeVeinte();
     Clic(f.cmd_DescPorcentaje);
     EXPECT_TRUE(f.frDescuentoImporte.visible);
-    EXPECT_EQ(f.lblTitDesc.caption, "Descuento X Porcentaje");
-    EXPECT_EQ(f.lblImporteDesc.caption, "Porcentaje de Descuento");
     EXPECT_EQ(f.ActiveControl(), &f.txtImporte);
     Teclear(f.txtImporte, "150");
     EXPECT_EQ(f.txtImporte.Text(), "15");
@@ -110,7 +94,6 @@ TEST_P(CobrarDescuentos, Panel_TopeDelPorcentajeCancelarYSinLineas) {
     EXPECT_EQ(f.ActiveControl(), &f.txt_Entrega);
 
     Clic(f.cmd_DescImporte);
-    EXPECT_EQ(f.lblTitDesc.caption, "Descuento X Importe");
     EXPECT_EQ(f.txtImporte.maxLength, 0);
     Teclear(f.txtImporte, "150");
     EXPECT_EQ(f.txtImporte.Text(), "150");
