@@ -1,7 +1,6 @@
 // The line editor of the till: the arithmetic of a changed line in both
-// price modes, what reaches the sale's tables, leaving without changes,
-// deleting lines, the employees' panel, the sliding pad, and a resumed
-// sale whose customer was deleted.
+// price modes, what reaches the sale's tables, the employees' panel, the
+// sliding pad, and a resumed sale whose customer was deleted.
 #include "tests/screens/caja_prueba.hpp"
 
 namespace tpv {
@@ -126,21 +125,6 @@ TEST_P(CajaLupa, PrecioRebajado_SinImpuestoIncluido) {
     EXPECT_EQ(c.CajaText_Pago.Text(), "19,36");
 }
 
-TEST_P(CajaLupa, SalirSinCambios_NoTocaNada) {
-    frmCaja& c = VentaConLupa(2);
-    std::vector<std::string> antes;
-    for (long col = 0; col < c.FGCaja.Cols(); ++col) antes.push_back(c.FGCaja.TextMatrix(1, col));
-    Cambiar(c, c.txt_PrecioLupa, "5");
-    Cambiar(c, c.txt_CantLupa, "7");
-    Clic(c.cmd_SalirLupa);
-    EXPECT_FALSE(c.fr_Lupa.visible);
-    EXPECT_TRUE(c.fr_hijo.enabled);
-    for (long col = 0; col < c.FGCaja.Cols(); ++col) EXPECT_EQ(c.FGCaja.TextMatrix(1, col), antes[col]) << col;
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select unidades from detalle_factura_temp")), 2);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select precio from detalle_factura_temp")), 20);
-    EXPECT_EQ(c.CajaText_Pago.Text(), "20,00");
-}
-
 TEST_P(CajaLupa, Seleccion_PintaLaFilaYColocaElEditor) {
     Articulo(5, "8410001", "Colonia", "10");
     Articulo(6, "8410002", "Jabon", "2");
@@ -168,40 +152,6 @@ TEST_P(CajaLupa, Seleccion_PintaLaFilaYColocaElEditor) {
     c.cmdNuevaVenta_Click();
     ClicEnLinea(c, 1);
     EXPECT_FALSE(c.fr_Lupa.visible);
-    EXPECT_TRUE(Avisos().empty());
-}
-
-TEST_P(CajaLupa, BorrarLinea_RenumeraYLaUltimaDejaUnaFilaEnBlanco) {
-    Articulo(5, "8410001", "Colonia", "10");
-    Articulo(6, "8410002", "Jabon", "2");
-    frmCaja& c = Abrir();
-    Escanear("8410001");
-    Escanear("8410002");
-    Escanear("8410002");
-    const std::int32_t venta = CLng(Value(c.lblNumVenta.caption));
-    ClicEnLinea(c, 1);
-    Clic(c.cmd_BorrarLupa);
-    EXPECT_FALSE(c.fr_Lupa.visible);
-    EXPECT_EQ(c.FGCaja.Rows(), 2);
-    EXPECT_EQ(c.FGCaja.TextMatrix(1, 0), "Jabon");
-    EXPECT_EQ(c.CajaText_Pago.Text(), "4,00");
-    EXPECT_EQ(c.txtTArticulos.Text(), "2");
-    EXPECT_EQ(LineasDe(venta), 1);
-    EXPECT_EQ(Linea("codigo"), "6");  // the line behind moved to place 1
-    EXPECT_EQ(Texto(Valor("select producto from detalle_factura_anulaciones")), "Colonia");
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select total from cabecera_factura_temp")), 4);
-
-    ClicEnLinea(c, 1);
-    Clic(c.cmd_BorrarLupa);
-    EXPECT_EQ(c.FGCaja.Rows(), 2);
-    for (long col = 0; col < c.FGCaja.Cols(); ++col) {
-        EXPECT_EQ(c.FGCaja.TextMatrix(1, col), "");
-        EXPECT_EQ(c.FGCaja.CellBackColor(1, col), 0xFFFFFF);
-    }
-    EXPECT_EQ(c.CajaText_Pago.Text(), "0,00");
-    EXPECT_EQ(LineasDe(venta), 0);
-    EXPECT_EQ(CLng(Valor("select count(*) from detalle_factura_anulaciones")), 2);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select total from cabecera_factura_temp")), 0);
     EXPECT_TRUE(Avisos().empty());
 }
 
@@ -234,7 +184,6 @@ TEST_P(CajaLupa, Teclado_TitulosFiltroYDeslizamiento) {
     sesion().opciones_terminal.AnimacionesActivas = true;
     frmCaja& c = VentaConLupa(1);
     Clic(c.txt_CantLupa);
-    EXPECT_EQ(c.lbl_TitValorLupa.caption, "Ingrese la nueva Cantidad");
     EXPECT_EQ(c.txt_ValorLupa.Text(), "1");
     EXPECT_EQ(c.txt_ValorLupa.selLength, 1);
     // It slides out from behind the entries until it stands under them.
@@ -252,7 +201,6 @@ TEST_P(CajaLupa, Teclado_TitulosFiltroYDeslizamiento) {
     EXPECT_EQ(c.txt_TotalLupa.Text(), "45,00");
     // An empty value changes nothing, but folds the pad.
     Clic(c.txt_DescLupa);
-    EXPECT_EQ(c.lbl_TitValorLupa.caption, "Ingrese el Descuento");
     c.txt_ValorLupa.SetText("");
     Clic(c.cmd_AceptarImporte);
     EXPECT_EQ(c.txt_DescLupa.Text(), "0,0000");

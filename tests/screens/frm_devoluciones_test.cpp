@@ -1,6 +1,5 @@
-// The screen that asks for a closed sale, and the till's three roads through
-// it: a refund typed at the till, a closed sale taken back to be modified,
-// and a closed sale deleted with its incident.
+// The screen that asks for a closed sale in the till's three modes: the
+// latest sales with the debts in red, and the refusals with their texts.
 #include <functional>
 
 #include "core/datos/recordset.hpp"
@@ -156,78 +155,6 @@ TEST_P(Devoluciones, Aceptar_RechazosConSusTextosYNadaEscrito) {
     EXPECT_EQ(Cuenta("cabecera_factura_temp"), 0);
     EXPECT_EQ(Cuenta("ventasdevolucion"), 0);
     EXPECT_FALSE(c.ModoAbono);
-}
-
-TEST_P(Devoluciones, Abono_VentaDelClienteConLineasNegativasSoloDeLoVendido) {
-    Cerrada(40, 10, 12);
-    frmCaja& c = Abrir();
-    ConPantalla([&] { c.cmdAbonoVenta_Click(); }, {Numero("40")});
-
-    EXPECT_TRUE(c.ModoAbono);
-    EXPECT_EQ(c.VentaReabierta, 40);
-    EXPECT_EQ(c.NumeroFacturaAbonada, "40");
-    EXPECT_EQ(c.lblCodCliente.caption, "12");
-    EXPECT_EQ(c.lblModificacion.caption, "Abono de Venta");
-    EXPECT_TRUE(c.lblModificacion.visible);
-    EXPECT_TRUE(c.lblInfoAbono.visible);
-    EXPECT_EQ(Cuenta("cabecera_factura_temp"), 0);  // nothing written yet
-
-    Escanear("8400006");  // not on the invoice
-    EXPECT_EQ(Avisos().size(), 1u);
-    EXPECT_NE(Avisos().front().find("No puede realizar la devolucion de este producto ya que en la factura "
-                                    "seleccionada no se realizo su venta."),
-              std::string::npos);
-    EXPECT_EQ(Cuenta("detalle_factura_temp"), 0);
-    Escanear("8400005");
-    Escanear("8400005");  // more than was sold goes through
-    const std::int32_t venta = CLng(Value(c.lblNumVenta.caption));
-    EXPECT_EQ(LineasDe(venta), 1);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select unidades from detalle_factura_temp")), -2);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select total from cabecera_factura_temp")), -20);
-    EXPECT_EQ(Valor("select cliente from cabecera_factura_temp"), Value(12));
-    // The invoice stays as it was.
-    EXPECT_EQ(Cuenta("cabecera_factura", "numero = 40"), 1);
-}
-
-TEST_P(Devoluciones, Modificacion_LaVentaCerradaVuelveALaCajaComoVentaAbierta) {
-    Cerrada(40, 10, 12);
-    frmCaja& c = Abrir();
-    ConPantalla([&] { c.cmdDevoluciones_Click(); }, {Numero("40")});
-
-    EXPECT_EQ(c.VentaReabierta, 7);
-    EXPECT_EQ(c.lblNumVenta.caption, "7");
-    EXPECT_EQ(c.FGCaja.TextMatrix(1, 0), "Colonia");
-    EXPECT_EQ(c.lblModificacion.caption, "Modificacion de Venta");
-    EXPECT_TRUE(c.lblModificacion.visible);
-    EXPECT_FALSE(c.VentaNueva);
-    EXPECT_EQ(Cuenta("cabecera_factura"), 0);
-    EXPECT_EQ(Cuenta("ventasdevolucion", "numerofacturareal = 40 and numerofacturatemporal = 7"), 1);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select stock from productos where codigo = 5")), 11);
-    EXPECT_EQ(Cuenta("historicostock"), 0);
-}
-
-TEST_P(Devoluciones, Borrado_AvisaYAnulaConLaIncidencia35) {
-    Cerrada(40, 30);
-    frmCaja& c = Abrir();
-    ConPantalla([&] { c.cmdBorrarVentas_Click(); }, {Numero("40")});
-
-    EXPECT_EQ(Avisos(), std::vector<std::string>{
-                            "MENSAJE [Borrar ventas ya cobradas] Acaba de borrar la venta 40 recuerde que esta accion "
-                            "quedara registrado \\ncomo incidencia y lo podra consultar desde la opcion de Visor de "
-                            "Incidencias -> Aceptar"});
-    EXPECT_EQ(Cuenta("cabecera_factura"), 0);
-    EXPECT_EQ(Cuenta("detalle_factura"), 0);
-    EXPECT_EQ(Cuenta("cabecera_factura_temp"), 0);
-    EXPECT_EQ(Cuenta("detalle_factura_temp"), 0);
-    EXPECT_EQ(Cuenta("cabecera_factura_anulaciones", "numero = 7 and numfactorigen = 40"), 1);
-    EXPECT_EQ(Cuenta("detalle_factura_anulaciones", "num_factura = 7 and codigo = 5"), 1);
-    EXPECT_EQ(Texto(Valor("select descripcion from registrocambios where codigo = 35")),
-              "Num Factura = 40 con importe de: 30");
-    // The tie to the invoice stays: only a closing removes it.
-    EXPECT_EQ(Cuenta("ventasdevolucion"), 1);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select stock from productos where codigo = 5")), 11);
-    EXPECT_EQ(c.lblNumVenta.caption, "");
-    EXPECT_TRUE(c.VentaNueva);
 }
 
 TPV_EN_CADA_MOTOR(Devoluciones);
