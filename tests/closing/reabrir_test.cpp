@@ -1,17 +1,21 @@
 #include "closing/reabrir.hpp"
 
-#include "core/datos/recordset.hpp"
 #include "core/runtime/formato.hpp"
+#include "tests/closing/cierre_prueba.hpp"
 #include "tests/sale/venta_abierta_prueba.hpp"
 
 namespace tpv {
 namespace {
+
+using Esperadas = std::vector<std::string>;
 
 // Invoice 40, closed on 20/11/2026 on another till: two units of product 5,
 // one of product 6 and a service, with their stock already moved. The sale
 // counter hands out 7 next.
 class Reabrir : public prueba::VentaAbiertaTest {
 protected:
+    std::vector<std::string> Filas(const std::string& sql) { return prueba::FilasDe(sql, cn); }
+
     void SetUp() override {
         VentaAbiertaTest::SetUp();
         if (IsSkipped() || HasFatalFailure()) return;
@@ -49,67 +53,25 @@ TEST_P(Reabrir, ReabrirFactura_DevuelveLaVentaAbiertaDeshaceElStockYBorraLaCerra
     ReabrirFactura(40, numeroVenta);
 
     EXPECT_EQ(numeroVenta, "7");
-    EXPECT_EQ(Cuenta("cabecera_factura"), 0);
-    EXPECT_EQ(Cuenta("detalle_factura"), 0);
-
-    Recordset l;
-    l.Open("select * from detalle_factura_temp order by orden", cn);
-    ASSERT_EQ(l.RecordCount(), 3);
-    for (int orden = 1; !l.Eof(); ++orden, l.MoveNext()) {
-        SCOPED_TRACE(orden);
-        EXPECT_EQ(l["num_factura"].Value(), Value(7));
-        EXPECT_EQ(l["orden"].Value(), Value(orden));
-        EXPECT_EQ(l["productodemenu"].Value(), Value(-1));
-        EXPECT_DOUBLE_EQ(CDbl(l["descuento"]), 0.5);
-        EXPECT_EQ(l["nombreempleado"].Value(), Value("Juan P. L."));
-        // The second tax and the family stay behind.
-        EXPECT_TRUE(l["impuesto_2"].IsNull());
-        EXPECT_TRUE(l["tipoimpuesto_2"].IsNull());
-    }
-    l.MoveFirst();
-    EXPECT_EQ(l["codigo"].Value(), Value(5));
-    EXPECT_DOUBLE_EQ(CDbl(l["unidades"]), 2);
-    EXPECT_EQ(l["codmenu"].Value(), Value(" "));
-    l.MoveNext();
-    EXPECT_EQ(l["codmenu"].Value(), Value("M1"));
-    l.MoveNext();
-    EXPECT_EQ(l["tipo_venta"].Value(), Value("S"));
-
-    Recordset c;
-    c.Open("select * from cabecera_factura_temp", cn);
-    ASSERT_EQ(c.RecordCount(), 1);
-    EXPECT_EQ(c["numero"].Value(), Value(7));
-    EXPECT_EQ(c["fecha"].Value(), Value(DateTime{Hoy().serial - 4}));
-    EXPECT_EQ(c["cliente"].Value(), Value(12));
-    EXPECT_EQ(c["mesa"].Value(), Value(0));
-    EXPECT_EQ(c["comensales"].Value(), Value(2));
-    EXPECT_EQ(c["zona_venta"].Value(), Value(0));
-    EXPECT_DOUBLE_EQ(CDbl(c["descuento"]), 0);
-    EXPECT_DOUBLE_EQ(CDbl(c["total"]), 33.5);
-    EXPECT_DOUBLE_EQ(CDbl(c["impuesto"]), 5.8);
-    EXPECT_EQ(Format(c["hora"], "hh:mm"), "12:34");  // the sale starts again now
-    EXPECT_EQ(c["terminal"].Value(), Value("CAJA1"));  // and on this till
-    EXPECT_EQ(c["impuestoincluido"].Value(), Value(-1));
-    EXPECT_EQ(c["repartidor"].Value(), Value(4));
-    EXPECT_TRUE(c["tarjeta"].IsNull());
-    EXPECT_TRUE(c["impuesto_2"].IsNull());
+    EXPECT_EQ(Cuenta("cabecera_factura") + Cuenta("detalle_factura"), 0);
+    // The second tax and the family stay behind.
+    EXPECT_EQ(Filas("select num_factura,orden,codigo,unidades,productodemenu,descuento,nombreempleado,codmenu,"
+                    "tipo_venta,impuesto_2,tipoimpuesto_2 from detalle_factura_temp order by orden"),
+              (Esperadas{"7|1|5|2|-1|0,5|Juan P. L.| |P||", "7|2|6|1|-1|0,5|Juan P. L.|M1|P||",
+                         "7|3|9|1|-1|0,5|Juan P. L.| |S||"}));
+    // The sale starts again now and on this till, dated the day it was made.
+    EXPECT_EQ(Filas("select numero,fecha,cliente,mesa,comensales,zona_venta,descuento,total,impuesto,hora,terminal,"
+                    "impuestoincluido,repartidor,tarjeta,impuesto_2 from cabecera_factura_temp"),
+              Esperadas{"7|19/11/2026|12|0|2|0|0|33,5|5,8|12:34:00|CAJA1|-1|4||"});
 
     // Stock as before the sale, and the sale's movements gone; another
     // ticket's movement of the same product stays.
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select stock from productos where codigo = 5")), 10);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select salida from productos where codigo = 5")), 0);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select stock from productos where codigo = 6")), 5);
-    EXPECT_DOUBLE_EQ(CDbl(Valor("select salida from productos where codigo = 6")), 0);
+    EXPECT_EQ(Filas("select codigo,stock,salida from productos order by codigo"), (Esperadas{"5|10|0", "6|5|0"}));
     EXPECT_EQ(Cuenta("historicostock", "ticket = 40"), 0);
     EXPECT_EQ(Cuenta("historicostock", "ticket = 41"), 1);
 
-    Recordset v;
-    v.Open("select * from ventasdevolucion", cn);
-    ASSERT_EQ(v.RecordCount(), 1);
-    EXPECT_EQ(v["numerofacturareal"].Value(), Value(40));
-    EXPECT_EQ(v["numerofacturatemporal"].Value(), Value(7));
-    EXPECT_DOUBLE_EQ(CDbl(v["importe"]), 33.5);
-    EXPECT_EQ(v["fechaventa"].Value(), Value(DateTime{Hoy().serial - 3}));
+    EXPECT_EQ(Filas("select numerofacturareal,numerofacturatemporal,importe,fechaventa from ventasdevolucion"),
+              Esperadas{"40|7|33,5|20/11/2026"});
 }
 
 TEST_P(Reabrir, ReabrirFactura_UnaLineaQueNoSeCopiaSePierdeYLaCerradaSeBorraIgual) {
