@@ -68,7 +68,6 @@ TEST_F(VentanaTest, ElComboAdmiteTextoTecleadoYElegidoDeLaLista) {
     QKeyEvent enie(QEvent::KeyPress, Qt::Key_Ntilde, Qt::NoModifier, QStringLiteral("ñ"));
     QApplication::sendEvent(combo->lineEdit(), &enie);
     EXPECT_EQ(f.cmb.Text(), "Gañ");
-    EXPECT_EQ(combo->currentText(), "Gañ");
 
     // An item chosen from the list: Click, and its text in the entry.
     f.eventos.clear();

@@ -1,14 +1,9 @@
-#include <QApplication>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTableWidget>
 #include <QTest>
 #include <QToolButton>
-#include <cstdio>
 
-#include "core/datos/recordset.hpp"
 #include "core/sesion/sesion.hpp"
 #include "screens/pantallas.hpp"
 #include "tests/ui/ventana_prueba.hpp"
@@ -61,43 +56,6 @@ TEST_F(TiendaEnVentanaTest, ElPanelDeEmpleadosLlevaALaCajaEnSusDosModos) {
     QTest::mouseClick(Widget<QPushButton>("frmCaja", "cmd_Salir"), Qt::LeftButton);
     EXPECT_EQ(anfitrion->Vista("frmCaja"), nullptr);
     EXPECT_TRUE(Vista("frmPrincipalCantarel").isVisible());
-}
-
-// A code read on frmCaja reaches txtcod whole, at the reader's pace.
-TEST_F(TiendaEnVentanaTest, ElLectorEscribeElCodigoEnteroEnLaCaja) {
-    ASSERT_EQ(Arrancar(), FinArranque::SeleccionEmpleado);
-    anfitrion->Ejecutar([] { Unica<frmCaja>().Show(); });
-    frmCaja& caja = Unica<frmCaja>();
-    // A product of the demo with a 13-digit bar code.
-    std::string codigo, nombre;
-    Recordset rs;
-    rs.Open("select codigocliente, nombre from productos order by codigo", sesion().Conexion, adOpenStatic);
-    for (; !rs.Eof() && codigo.empty(); rs.MoveNext()) {
-        const Value c = rs.Get("codigocliente");
-        if (c.IsNull() || c.text().size() != 13) continue;
-        codigo = c.text();
-        nombre = rs.Get("nombre").text();
-    }
-    ASSERT_FALSE(codigo.empty());
-    std::vector<std::string> leidos;
-    auto propio = caja.txtcod.KeyDown;
-    caja.txtcod.KeyDown = [&](int& k, int shift) {
-        if (k == vbKeyReturn) leidos.push_back(caja.txtcod.Text());
-        if (propio) propio(k, shift);
-    };
-    anfitrion->Ejecutar([&] { caja.txtcod.SetFocus(); });
-    QWidget* receptor = Vista("frmCaja").WidgetDe("txtcod");
-    for (QChar ch : QString::fromStdString(codigo + "\r")) {
-        const int tecla = ch == '\r' ? Qt::Key_Return : Qt::Key_0 + (ch.unicode() - '0');
-        QCoreApplication::postEvent(receptor, new QKeyEvent(QEvent::KeyPress, tecla, Qt::NoModifier, QString(ch)));
-    }
-    QCoreApplication::processEvents();
-    EXPECT_EQ(leidos, std::vector<std::string>{codigo});
-    // The line of the product sold shows in the grid.
-    auto* rejilla = Widget<QTableWidget>("frmCaja", "FGCaja");
-    ASSERT_TRUE(rejilla && rejilla->rowCount() > 1 && rejilla->item(1, 0));
-    EXPECT_EQ(rejilla->item(1, 0)->text().toStdString(), caja.FGCaja.TextMatrix(1, 0));
-    EXPECT_EQ(rejilla->item(1, 0)->text().toStdString(), nombre);
 }
 
 }  // namespace

@@ -172,28 +172,6 @@ TEST_F(VentaEnVentanaTest, TocarUnaLineaAbreElEditorDeLinea) {
     Captura(vista, "frmCaja_editor_de_linea");
 }
 
-// Closing the till's window with a sale open unloads the till; the sale
-// stays in the temporary tables, to be taken up again.
-TEST_F(VentaEnVentanaTest, CerrarLaVentanaConUnaVentaAbiertaLaDejaEnLaBase) {
-    frmCaja& caja = AbrirCaja();
-    const Producto p = Barato();
-    Teclear(p.codigo);
-    Teclear(p.codigo);
-    const std::string numero = caja.lblNumVenta.caption;
-    ASSERT_FALSE(numero.empty());
-    const long lineas = Filas("detalle_factura_temp");
-    ASSERT_GE(lineas, 1);
-
-    Vista("frmCaja").close();
-    EXPECT_FALSE(caja.Cargada());
-    EXPECT_EQ(anfitrion->Vista("frmCaja"), nullptr);
-    EXPECT_EQ(Filas("detalle_factura_temp"), lineas);
-    Recordset rs;
-    rs.Open("select numero from cabecera_factura_temp", sesion().Conexion, adOpenStatic);
-    ASSERT_FALSE(rs.Eof());
-    EXPECT_EQ(CLng(rs.Get("numero")), CLng(Value(numero)));
-}
-
 // The search screen in both its faces and the screen that asks for a closed
 // sale open over the till, with their buttons at a finger's size.
 TEST_F(VentaEnVentanaTest, LasPantallasDeBusquedaYDeVentasCerradasSeAbrenSobreLaCaja) {
