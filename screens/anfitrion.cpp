@@ -26,7 +26,8 @@ constexpr Nombre kRespuestas[] = {{vbYes, "Si"},       {vbNo, "No"},         {vb
                                   {vbCancel, "Cancelar"}, {vbRetry, "Reintentar"}, {vbAbort, "Anular"},
                                   {vbIgnore, "Omitir"}};
 
-// The timers of the screens loaded.
+}  // namespace
+
 std::vector<Timer*> Temporizadores(const std::vector<Ventana*>& abiertas) {
     std::vector<Timer*> t;
     for (Ventana* v : abiertas)
@@ -34,8 +35,6 @@ std::vector<Timer*> Temporizadores(const std::vector<Ventana*>& abiertas) {
             if (auto* timer = dynamic_cast<Timer*>(&c)) t.push_back(timer);
     return t;
 }
-
-}  // namespace
 
 Ventana::Ventana() { visible = false; }
 

@@ -121,6 +121,9 @@ private:
     std::vector<Ventana*> abiertas_;
 };
 
+// The timers of the screens loaded, as every host fires them.
+std::vector<Timer*> Temporizadores(const std::vector<Ventana*>& abiertas);
+
 // The host in force; without one installed, a headless host with nothing to
 // run while a modal screen waits.
 Anfitrion& AnfitrionActual();

@@ -195,12 +195,7 @@ void frmCaja::Form_Activate() {
         lblCodCliente.caption = ClienteAbono(NumeroFacturaAbonada);
         // With no invoice found there is no customer to show.
         if (!lblCodCliente.caption.empty()) MostrarResultadoBusqueda();
-        lblModificacion.caption = "Abono de Venta";
-        lblModificacion.left = cmdAyuda.left;
-        lblModificacion.backColor = fr_Padre.backColor;
-        DireccionModificacion = "derecha";
-        tmrMovModificacion.SetEnabled(true);
-        lblModificacion.visible = true;
+        LetreroEnMovimiento("Abono de Venta");
         lblInfoAbono.visible = true;
     } else if (ModoTactil()) {
         FocoSeguro(txtCodBarras);
@@ -444,13 +439,7 @@ void frmCaja::mostrarVenta(std::int32_t numero) {
         txtNomCliente.SetText("Cliente Generico");
     }
     if (EsVentaModificada(numero)) {
-        lblModificacion.visible = false;
-        lblModificacion.caption = "Modificacion de Venta";
-        lblModificacion.left = cmdAyuda.left;
-        lblModificacion.backColor = fr_Padre.backColor;
-        DireccionModificacion = "derecha";
-        tmrMovModificacion.SetEnabled(true);
-        lblModificacion.visible = true;
+        LetreroEnMovimiento("Modificacion de Venta");
     }
     // The sale on the screen is open: the next item goes into it.
     VentaNueva = false;

@@ -19,6 +19,18 @@ namespace tpv {
 // Eleven keys of a numeric pad: the digits 0 to 9 and the comma (10).
 using TecladoNumerico = std::array<CommandButton, 11>;
 
+// The keypad of the screens that take money, 7 8 9 / 4 5 6 / 1 2 3 / 0 , C,
+// in keys of 1080 twips: the frame frmNumerico at (x, y) holding the keys
+// btnNumerico_Cobro0 to 10 and the clearing key cmd_nuevoCobro.
+// A key in the entry of a discount on the whole sale: Enter accepts it,
+// any other goes through the amount filter.
+void TeclaDeDescuento(int& tecla, TextBox& importe, const std::function<void()>& aceptar);
+// Whether the entry holds a discount by percentage (modoDescuento 1) over 100.
+bool PorcentajeExcesivo(int modoDescuento, const TextBox& importe);
+
+void PonerTecladoCobro(Ventana& v, Frame& frmNumerico, TecladoNumerico& teclas, CommandButton& cmd_nuevoCobro,
+                       double x, double y);
+
 class frmCaja : public Ventana {
 public:
     frmCaja();
@@ -273,6 +285,7 @@ private:
     void MostrarTerminar(bool mostrar);
     void tmrMovGen_Timer();
     void tmrMovModificacion_Timer();
+    void LetreroEnMovimiento(const std::string& texto);
     void tmrAyuda_Timer();
 
     struct Movimiento {

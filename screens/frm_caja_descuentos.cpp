@@ -14,6 +14,20 @@
 
 namespace tpv {
 
+void TeclaDeDescuento(int& tecla, TextBox& importe, const std::function<void()>& aceptar) {
+    if (tecla == vbKeyReturn) {
+        tecla = 0;
+        aceptar();
+        return;
+    }
+    tecla = KeyFilter::Instancia().FiltrarTecla(tecla, importe, sesion().opciones.NumDecimales);
+}
+
+bool PorcentajeExcesivo(int modoDescuento, const TextBox& importe) {
+    double valor = 0;
+    return modoDescuento == 1 && LeerNumero(importe.Text(), valor) && valor > 100;
+}
+
 void frmCaja::DisenarDescuentos() {
     Poner(lblTitDesc, "lblTitDesc", 120, 120, frDescuentoImporte.width - 240, 480, "", &frDescuentoImporte);
     lblTitDesc.fontSize = 12;
@@ -60,19 +74,12 @@ void frmCaja::txtImporte_KeyPress(int& tecla) {
         txtImporte.selStart = 0;
         txtImporte.selLength = 0;
     }
-    if (tecla == vbKeyReturn) {
-        tecla = 0;
-        cmdAceptarEmp_Click();
-        return;
-    }
-    tecla = KeyFilter::Instancia().FiltrarTecla(tecla, txtImporte, sesion().opciones.NumDecimales);
+    TeclaDeDescuento(tecla, txtImporte, [this] { cmdAceptarEmp_Click(); });
 }
 
 // A percentage over 100 loses the digit just typed.
 void frmCaja::txtImporte_Change() {
-    if (ModoDescuento != 1) return;
-    double valor = 0;
-    if (!LeerNumero(txtImporte.Text(), valor) || valor <= 100) return;
+    if (!PorcentajeExcesivo(ModoDescuento, txtImporte)) return;
     txtImporte.SetText(Left(txtImporte.Text(), Len(txtImporte.Text()) - 1));
     txtImporte.selStart = Len(txtImporte.Text());
     txtImporte.selLength = 0;

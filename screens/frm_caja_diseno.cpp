@@ -273,6 +273,26 @@ void frmCaja::DisenarTimers() {
     }
 }
 
+void PonerTecladoCobro(Ventana& v, Frame& frmNumerico, TecladoNumerico& teclas, CommandButton& cmd_nuevoCobro,
+                       double x, double y) {
+    constexpr double lado = 1080, paso = 1200;
+    v.Poner(frmNumerico, "frmNumerico", x, y, 3 * paso + 120, 4 * paso + 120);
+    static constexpr int kOrden[4][3] = {{7, 8, 9}, {4, 5, 6}, {1, 2, 3}, {0, 10, -1}};
+    for (int f = 0; f < 4; ++f)
+        for (int c = 0; c < 3; ++c) {
+            const int n = kOrden[f][c];
+            if (n < 0) continue;
+            CommandButton& b = teclas[static_cast<std::size_t>(n)];
+            v.Poner(b, "btnNumerico_Cobro" + std::to_string(n), 60 + c * paso, 60 + f * paso, lado, lado,
+                    n == 10 ? "," : std::to_string(n), &frmNumerico);
+            b.fontSize = kFuenteGrande;
+            b.tabStop = false;
+        }
+    v.Poner(cmd_nuevoCobro, "cmd_nuevoCobro", 60 + 2 * paso, 60 + 3 * paso, lado, lado, "C", &frmNumerico);
+    cmd_nuevoCobro.fontSize = kFuenteGrande;
+    cmd_nuevoCobro.tabStop = false;
+}
+
 void frmCaja::Teclado(TecladoNumerico& teclas, const std::string& prefijo, Control* marco, double x, double y,
                       double lado) {
     // Rows 7 8 9 / 4 5 6 / 1 2 3 / 0 and the comma.

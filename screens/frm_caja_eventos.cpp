@@ -300,6 +300,16 @@ void frmCaja::tmrMovGen_Timer() {
     }
 }
 
+// Shows the moving label with `texto`, starting at the help button.
+void frmCaja::LetreroEnMovimiento(const std::string& texto) {
+    lblModificacion.caption = texto;
+    lblModificacion.left = cmdAyuda.left;
+    lblModificacion.backColor = fr_Padre.backColor;
+    DireccionModificacion = "derecha";
+    tmrMovModificacion.SetEnabled(true);
+    lblModificacion.visible = true;
+}
+
 // The moving label runs between the help and exit buttons and turns at each
 // end; with the label hidden the timer stops until it is shown again.
 void frmCaja::tmrMovModificacion_Timer() {

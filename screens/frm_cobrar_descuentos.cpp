@@ -6,7 +6,6 @@
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/error.hpp"
 #include "core/runtime/texto.hpp"
-#include "core/servicios/key_filter.hpp"
 #include "core/sesion/mensajes.hpp"
 #include "core/sesion/sesion.hpp"
 #include "sale/anulacion.hpp"
@@ -76,18 +75,12 @@ void frmCobrar::txtImporte_KeyPress(int& tecla) {
         txtImporte.SetText("");
         txtImporte.selLength = 0;
     }
-    if (tecla == vbKeyReturn) {
-        tecla = 0;
-        cmdAceptarEmp_Click();
-        return;
-    }
-    tecla = KeyFilter::Instancia().FiltrarTecla(tecla, txtImporte, sesion().opciones.NumDecimales);
+    TeclaDeDescuento(tecla, txtImporte, [this] { cmdAceptarEmp_Click(); });
 }
 
 // A percentage over 100 loses its last character; the cursor goes to the end.
 void frmCobrar::txtImporte_Change() {
-    double valor = 0;
-    if (ModoDescuento != 1 || !LeerNumero(txtImporte.Text(), valor) || valor <= 100) return;
+    if (!PorcentajeExcesivo(ModoDescuento, txtImporte)) return;
     const std::string corto = Left(txtImporte.Text(), Len(txtImporte.Text()) - 1);
     txtImporte.SetText(corto);
     txtImporte.selStart = Len(corto);

@@ -58,23 +58,20 @@ void frmCobrar::DisenarImportes() {
     Poner(lbl_codEmpleado, "lbl_codEmpleado", x + 5640, 120, 600, 480);
     lbl_codEmpleado.visible = false;
     Poner(lblCodCliente, "lblCodCliente", x + 6360, 120, 1080, 480, "0");
-    Poner(Label1, "Label1", x, 720, 2400, kAltoImporte, "Total");
-    Label1.fontSize = kFuenteGrande;
-    Poner(CajaText_Pago, "CajaText_Pago", x + 2520, 720, 4920, kAltoImporte);
-    CajaText_Pago.fontSize = kFuenteImporte;
-    CajaText_Pago.locked = true;
-    CajaText_Pago.tabStop = false;
-    Poner(Label3, "Label3", x, 1920, 2400, 600, "Entrega");
-    Label3.fontSize = kFuenteGrande;
-    Poner(txt_Entrega, "txt_Entrega", x + 2520, 1920, 4920, kAltoImporte);
-    txt_Entrega.fontSize = kFuenteImporte;
+    // A caption and its amount in big figures; the amounts only shown are read-only.
+    const auto importe = [&](Label& etiqueta, const char* nombreEtiqueta, double altoEtiqueta, const char* texto,
+                             TextBox& caja, const char* nombreCaja, double y, bool soloLectura) {
+        Poner(etiqueta, nombreEtiqueta, x, y, 2400, altoEtiqueta, texto);
+        etiqueta.fontSize = kFuenteGrande;
+        Poner(caja, nombreCaja, x + 2520, y, 4920, kAltoImporte);
+        caja.fontSize = kFuenteImporte;
+        caja.locked = soloLectura;
+        caja.tabStop = !soloLectura;
+    };
+    importe(Label1, "Label1", kAltoImporte, "Total", CajaText_Pago, "CajaText_Pago", 720, true);
+    importe(Label3, "Label3", 600, "Entrega", txt_Entrega, "txt_Entrega", 1920, false);
     Poner(lblEnter, "lblEnter", x, 2520, 2400, 480, "<ENTER>");
-    Poner(Label2, "Label2", x, 3120, 2400, kAltoImporte, "Devolucion");
-    Label2.fontSize = kFuenteGrande;
-    Poner(txt_Devolucion, "txt_Devolucion", x + 2520, 3120, 4920, kAltoImporte);
-    txt_Devolucion.fontSize = kFuenteImporte;
-    txt_Devolucion.locked = true;
-    txt_Devolucion.tabStop = false;
+    importe(Label2, "Label2", kAltoImporte, "Devolucion", txt_Devolucion, "txt_Devolucion", 3120, true);
     Poner(lblFormaPago, "lblFormaPago", x, 4320, kAnchoIzquierda, 600);
     lblFormaPago.fontSize = kFuenteGrande;
 }
@@ -98,24 +95,8 @@ void frmCobrar::DisenarFormasPago() {
     }
 }
 
-// The keypad: 7 8 9 / 4 5 6 / 1 2 3 / 0 , C, in buttons of 1080 twips.
 void frmCobrar::DisenarTeclado() {
-    constexpr double lado = 1080, paso = 1200;
-    Poner(frmNumerico, "frmNumerico", kDerecha, 720, 3 * paso + 120, 4 * paso + 120);
-    static constexpr int kOrden[4][3] = {{7, 8, 9}, {4, 5, 6}, {1, 2, 3}, {0, 10, -1}};
-    for (int f = 0; f < 4; ++f)
-        for (int c = 0; c < 3; ++c) {
-            const int n = kOrden[f][c];
-            if (n < 0) continue;
-            CommandButton& b = btnNumerico_Cobro[static_cast<std::size_t>(n)];
-            Poner(b, "btnNumerico_Cobro" + std::to_string(n), 60 + c * paso, 60 + f * paso, lado, lado,
-                  n == 10 ? "," : std::to_string(n), &frmNumerico);
-            b.fontSize = kFuenteGrande;
-            b.tabStop = false;
-        }
-    Poner(cmd_nuevoCobro, "cmd_nuevoCobro", 60 + 2 * paso, 60 + 3 * paso, lado, lado, "C", &frmNumerico);
-    cmd_nuevoCobro.fontSize = kFuenteGrande;
-    cmd_nuevoCobro.tabStop = false;
+    PonerTecladoCobro(*this, frmNumerico, btnNumerico_Cobro, cmd_nuevoCobro, kDerecha, 720);
 }
 
 void frmCobrar::DisenarDocumento() {

@@ -14,8 +14,6 @@ namespace tpv {
 
 namespace {
 
-constexpr double kLado = 1080;
-constexpr double kPaso = 1200;
 constexpr double kFuenteGrande = 14;
 
 }  // namespace
@@ -34,22 +32,8 @@ void frmIngDineroDeposito::Disenar() {
     lblCodCliente.visible = false;
     Poner(lblNumVenta, "lblNumVenta", 1560, 2640, 1200, 360, "");
     lblNumVenta.visible = false;
-    Poner(frmNumerico, "frmNumerico", 4200, 1440, 3 * kPaso + 120, 4 * kPaso + 120);
-    static constexpr int kOrden[4][3] = {{7, 8, 9}, {4, 5, 6}, {1, 2, 3}, {0, 10, -1}};
-    for (int f = 0; f < 4; ++f)
-        for (int c = 0; c < 3; ++c) {
-            const int n = kOrden[f][c];
-            if (n < 0) continue;
-            CommandButton& b = btnNumerico_Cobro[static_cast<std::size_t>(n)];
-            Poner(b, "btnNumerico_Cobro" + std::to_string(n), 60 + c * kPaso, 60 + f * kPaso, kLado, kLado,
-                  n == 10 ? "," : std::to_string(n), &frmNumerico);
-            b.fontSize = kFuenteGrande;
-            b.tabStop = false;
-            b.Click = [this, n] { PulsarTecla(n); };
-        }
-    Poner(cmd_nuevoCobro, "cmd_nuevoCobro", 60 + 2 * kPaso, 60 + 3 * kPaso, kLado, kLado, "C", &frmNumerico);
-    cmd_nuevoCobro.fontSize = kFuenteGrande;
-    cmd_nuevoCobro.tabStop = false;
+    PonerTecladoCobro(*this, frmNumerico, btnNumerico_Cobro, cmd_nuevoCobro, 4200, 1440);
+    for (int n = 0; n <= 10; ++n) btnNumerico_Cobro[static_cast<std::size_t>(n)].Click = [this, n] { PulsarTecla(n); };
     Poner(cmdAceptar, "cmdAceptar", 240, 5880, 3600, 960, "Aceptar");
     Poner(cmdCancelar, "cmdCancelar", 4200, 5880, 3720, 960, "Cancelar");
     txtDindep.tabIndex = 0;

@@ -50,15 +50,6 @@ QMessageBox::Icon Icono(int icono) {
     }
 }
 
-// The timers of the screens loaded.
-std::vector<Timer*> Temporizadores(const std::vector<Ventana*>& abiertas) {
-    std::vector<Timer*> t;
-    for (Ventana* v : abiertas)
-        for (Control& c : v->controles)
-            if (auto* timer = dynamic_cast<Timer*>(&c)) t.push_back(timer);
-    return t;
-}
-
 bool Definida(const char* variable) {
     const char* v = std::getenv(variable);
     return v && *v;
