@@ -7,7 +7,7 @@ namespace {
 
 class CajaCodigo : public prueba::CajaTest {};
 
-TEST_P(CajaCodigo, Apertura_EmpleadoFijoYPorSeleccion) {
+TEST_P(CajaCodigo, Apertura_EmpleadoFijoYVentaNueva) {
     frmCaja& c = Abrir();
     EXPECT_EQ(c.lbl_Empleado.caption, "Juan Perez Lopez");
     EXPECT_EQ(c.txtNomCliente.Text(), "Cliente Generico");
@@ -15,18 +15,6 @@ TEST_P(CajaCodigo, Apertura_EmpleadoFijoYPorSeleccion) {
     EXPECT_TRUE(c.VentaNueva);
     EXPECT_FALSE(c.cmdTerminarVenta.visible);
     EXPECT_EQ(c.ActiveControl(), &c.txtcod);
-    c.Unload();
-
-    // Through the employee selection: the press names who works.
-    Sesion& s = sesion();
-    s.PanelEmpleados = {{"", "1", "", "Ana Gil", "", "8"}, {"", "2", "", "Luis Sanz", "", "9"}};
-    frmPrincipalCantarel& sel = Unica<frmPrincipalCantarel>();
-    sel.Show();
-    Pulsar(sel.PanelEmpleados, 1);
-    EXPECT_TRUE(c.Cargada());
-    EXPECT_EQ(s.CodigoEmpleadoActual, 9);
-    EXPECT_EQ(c.lbl_Empleado.caption, "Luis Sanz");
-    EXPECT_TRUE(Avisos().empty());
 }
 
 TEST_P(CajaCodigo, VenderPorCodigo_CantidadCerosDesconocidoYDuplicado) {
