@@ -45,13 +45,7 @@ void AnadirLineaPeso(std::int32_t numero, std::int32_t codigo, double peso, doub
     auto poner = [&](long columna, std::string texto) { grid.SetTextMatrix(fila, columna, std::move(texto)); };
     poner(kColNombre, CStr(a.nombre));
     poner(kColPvp, CStr(precioUnit));
-    poner(kColEmpleado, nombreCorto);
-    poner(kColTipo, tipo);
-    poner(kColInvitado, CStr(invitado));
-    poner(kColPorcentaje, "0");
-    poner(kColCodEmpleado, codigoEmpleado);
-    poner(kColCodigo, CStr(codigo));
-    poner(kColTipoIva, CStr(a.iva));
+    PonerCeldasDeLinea(grid, fila, nombreCorto, tipo, invitado, codigoEmpleado, codigo, a.iva);
     poner(kColUnidades, CStr(pesoLinea + NumeroCelda(grid, fila, kColUnidades)));
     poner(kColImporte, CStr(pvp + NumeroCelda(grid, fila, kColImporte)));
     poner(kColRecargo, "0");

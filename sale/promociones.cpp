@@ -45,6 +45,18 @@ void ColorearFilaRegalo(std::int16_t fila, Grid& grid) {
     for (long c = 0; c < grid.Cols(); ++c) PintarCelda(grid, fila, c, color);
 }
 
+void PonerCeldasDeLinea(Grid& grid, long fila, const std::string& nombreCorto, const std::string& tipo,
+                        std::int32_t invitado, const std::string& codigoEmpleado, std::int32_t codigo,
+                        const Value& iva) {
+    grid.SetTextMatrix(fila, kColEmpleado, nombreCorto);
+    grid.SetTextMatrix(fila, kColTipo, tipo);
+    grid.SetTextMatrix(fila, kColInvitado, CStr(invitado));
+    grid.SetTextMatrix(fila, kColPorcentaje, "0");
+    grid.SetTextMatrix(fila, kColCodEmpleado, codigoEmpleado);
+    grid.SetTextMatrix(fila, kColCodigo, CStr(codigo));
+    grid.SetTextMatrix(fila, kColTipoIva, CStr(iva));
+}
+
 void AnadirLineaRegalo(std::int32_t numero, std::int32_t codRegalo, std::int16_t unidades, const std::string& etiqueta,
                        const std::string& tipo, Grid& grid, const std::string& codigoEmpleado,
                        const std::string& nombreEmpleado, std::int32_t invitado) {
@@ -58,13 +70,7 @@ void AnadirLineaRegalo(std::int32_t numero, std::int32_t codRegalo, std::int16_t
     const std::string nombre = CStr(a.nombre);
     poner(kColNombre, "  REGALO " + nombre);
     poner(kColPvp, "0");
-    poner(kColEmpleado, nombreCorto);
-    poner(kColTipo, tipo);
-    poner(kColInvitado, CStr(invitado));
-    poner(kColPorcentaje, "0");
-    poner(kColCodEmpleado, codigoEmpleado);
-    poner(kColCodigo, CStr(codRegalo));
-    poner(kColTipoIva, CStr(a.iva));
+    PonerCeldasDeLinea(grid, fila, nombreCorto, tipo, invitado, codigoEmpleado, codRegalo, a.iva);
     poner(kColUnidades, CStr(unidades + NumeroCelda(grid, fila, kColUnidades)));
     poner(kColImporte, "0");
     poner(kColRecargo, "0");

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <string>
 
+#include "core/runtime/value.hpp"
 #include "core/servicios/formulario.hpp"
 
 // Promotions of the table descuentos in force today, and the gift line that
@@ -19,6 +20,12 @@ std::int16_t BuscarPromocion(std::int32_t codigo, double& dto, std::int32_t& cod
 void AnadirLineaRegalo(std::int32_t numero, std::int32_t codRegalo, std::int16_t unidades, const std::string& etiqueta,
                        const std::string& tipo, Grid& grid, const std::string& codigoEmpleado,
                        const std::string& nombreEmpleado, std::int32_t invitado);
+
+// The cells of a weighed or gift line that say who sold it, what kind of
+// line it is, its code and its tax rate; no percentage off.
+void PonerCeldasDeLinea(Grid& grid, long fila, const std::string& nombreCorto, const std::string& tipo,
+                        std::int32_t invitado, const std::string& codigoEmpleado, std::int32_t codigo,
+                        const Value& iva);
 
 // The first row with no name, or a new last row.
 long FilaLibreGrid(Grid& grid);
