@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <fstream>
 #include <sstream>
+#include <unordered_set>
 
+#include "core/datos/connection.hpp"
 #include "core/datos/motor.hpp"
 #include "core/datos/session.hpp"
 #include "core/runtime/error.hpp"
@@ -135,6 +137,24 @@ void CrearBaseDeDatos(const std::string& uri, const std::string& schemaFile) {
         engine = OpenSqlite(path, true);
     }
     engine->CreateSchema(schema);
+}
+
+IndicesCompletados CompletarIndices(Connection& cn, const std::string& schemaFile) {
+    const SchemaDef schema = LeerEsquema(schemaFile);
+    Engine& engine = cn.session().engine();
+    std::unordered_set<std::string> hay;
+    for (const std::string& n : engine.IndexNames()) hay.insert(Minusculas(n));
+    IndicesCompletados hecho;
+    for (const IndexDef& ix : schema.indexes) {
+        if (hay.count(Minusculas(ix.name))) continue;
+        try {
+            engine.CreateIndex(ix);
+            hecho.creados.push_back(ix.name);
+        } catch (const RuntimeError& e) {
+            hecho.fallidos.emplace_back(ix.name, e.what());
+        }
+    }
+    return hecho;
 }
 
 }  // namespace tpv::datos

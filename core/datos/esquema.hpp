@@ -1,8 +1,13 @@
 #pragma once
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/datos/tipos.hpp"
+
+namespace tpv {
+class Connection;
+}
 
 namespace tpv::datos {
 
@@ -40,5 +45,19 @@ std::string CarpetaEsquemas();
 // SQLite file, or the tables in an empty PostgreSQL database, which is made
 // on the server first when it isn't there (its name as the URI writes it).
 void CrearBaseDeDatos(const std::string& uri, const std::string& schemaFile);
+
+// What CompletarIndices did: the indexes it made, and those it could not
+// make with the engine's reason.
+struct IndicesCompletados {
+    std::vector<std::string> creados;
+    std::vector<std::pair<std::string, std::string>> fallidos;  // name, reason
+};
+
+// Makes every index of the schema file that the open database lacks (a
+// database made before the index joined the schema). With all of them in
+// place it costs one look at the database's list of indexes. An index that
+// can't be made (its table missing, repeated values under a unique one) is
+// left out and the others are still made.
+IndicesCompletados CompletarIndices(Connection& cn, const std::string& schemaFile);
 
 }  // namespace tpv::datos

@@ -9,6 +9,7 @@
 namespace tpv::datos {
 
 struct SchemaDef;
+struct IndexDef;
 
 // Takes the rows of a statement one at a time; it may move from the row.
 using RowSink = std::function<void(std::vector<Value>& row)>;
@@ -61,6 +62,10 @@ public:
     virtual Catalog LoadCatalog() = 0;
     virtual std::string DefaultDatabase() const = 0;
     virtual void CreateSchema(const SchemaDef& schema) = 0;
+    // The names of the indexes the database holds.
+    virtual std::vector<std::string> IndexNames() = 0;
+    // Makes one index, unless the database has one of that name already.
+    virtual void CreateIndex(const IndexDef& index) = 0;
     virtual void Begin() = 0;
     virtual void Commit() = 0;
     virtual void Rollback() = 0;

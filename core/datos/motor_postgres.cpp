@@ -319,6 +319,16 @@ public:
         Falla(conn_.get(), r.get(), "");
     }
 
+    std::vector<std::string> IndexNames() override {
+        ResultadoPtr r = Ejecutar(
+            "SELECT indexname FROM pg_catalog.pg_indexes WHERE schemaname = ANY (pg_catalog.current_schemas(false))", {});
+        std::vector<std::string> names;
+        for (int i = 0, n = PQntuples(r.get()); i < n; ++i) names.emplace_back(PQgetvalue(r.get(), i, 0));
+        return names;
+    }
+
+    void CreateIndex(const IndexDef& ix) override { Simple(conn_.get(), pg::IndiceDdl(ix)); }
+
     void Begin() override { Simple(conn_.get(), "BEGIN"); }
     void Commit() override { Simple(conn_.get(), "COMMIT"); }
     void Rollback() override {

@@ -239,17 +239,26 @@ public:
                 ddl += ")";
                 Simple(ddl);
             }
-            for (const IndexDef& ix : schema.indexes) {
-                std::string ddl = std::string(ix.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
-                                  kDialect.QuoteIdent(ix.name) + " ON " + kDialect.QuoteIdent(ix.table) + " (";
-                for (std::size_t i = 0; i < ix.columns.size(); ++i) ddl += (i ? ", " : "") + kDialect.QuoteIdent(ix.columns[i]);
-                Simple(ddl + ")" + (ix.where.empty() ? "" : " WHERE " + ix.where));
-            }
+            for (const IndexDef& ix : schema.indexes) CreateIndex(ix);
             Commit();
         } catch (...) {
             Rollback();
             throw;
         }
+    }
+
+    std::vector<std::string> IndexNames() override {
+        std::vector<std::string> names;
+        for (auto& row : Run("SELECT name FROM sqlite_master WHERE type = 'index'", {}, true).rows)
+            names.push_back(row[0].text());
+        return names;
+    }
+
+    void CreateIndex(const IndexDef& ix) override {
+        std::string ddl = std::string(ix.unique ? "CREATE UNIQUE INDEX" : "CREATE INDEX") + " IF NOT EXISTS " +
+                          kDialect.QuoteIdent(ix.name) + " ON " + kDialect.QuoteIdent(ix.table) + " (";
+        for (std::size_t i = 0; i < ix.columns.size(); ++i) ddl += (i ? ", " : "") + kDialect.QuoteIdent(ix.columns[i]);
+        Simple(ddl + ")" + (ix.where.empty() ? "" : " WHERE " + ix.where));
     }
 
     void Begin() override { Simple("BEGIN IMMEDIATE"); }

@@ -325,13 +325,16 @@ std::string Ddl(const SchemaDef& schema) {
         for (const ColumnDef& c : t.columns)
             s += "COMMENT ON COLUMN " + tabla + "." + d.QuoteIdent(c.info.name) + " IS " + Literal(c.info.name) + ";\n";
     }
-    for (const IndexDef& ix : schema.indexes) {
-        s += std::string(ix.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + d.QuoteIdent(ix.name) + " ON " +
-             d.QuoteIdent(ix.table) + " (";
-        for (std::size_t i = 0; i < ix.columns.size(); ++i) s += (i ? ", " : "") + d.QuoteIdent(ix.columns[i]);
-        s += ")" + (ix.where.empty() ? "" : " WHERE " + ix.where) + ";\n";
-    }
+    for (const IndexDef& ix : schema.indexes) s += IndiceDdl(ix) + ";\n";
     return s;
+}
+
+std::string IndiceDdl(const IndexDef& ix) {
+    const PostgresDialect& d = Dialecto();
+    std::string s = std::string(ix.unique ? "CREATE UNIQUE INDEX" : "CREATE INDEX") + " IF NOT EXISTS " +
+                    d.QuoteIdent(ix.name) + " ON " + d.QuoteIdent(ix.table) + " (";
+    for (std::size_t i = 0; i < ix.columns.size(); ++i) s += (i ? ", " : "") + d.QuoteIdent(ix.columns[i]);
+    return s + ")" + (ix.where.empty() ? "" : " WHERE " + ix.where);
 }
 
 }  // namespace tpv::datos::pg

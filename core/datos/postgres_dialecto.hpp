@@ -43,5 +43,7 @@ std::string TextoDouble(double v);
 // The statements that make the tables, indexes and support functions of the
 // schema, as one script.
 std::string Ddl(const SchemaDef& schema);
+// The statement that makes one index unless one of its name is there.
+std::string IndiceDdl(const IndexDef& index);
 
 }  // namespace tpv::datos::pg

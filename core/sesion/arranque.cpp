@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/datos/esquema.hpp"
 #include "core/runtime/calendario.hpp"
 #include "core/runtime/conversiones.hpp"
 #include "core/runtime/registro.hpp"
@@ -102,6 +103,18 @@ InstanciaUnica& InstanciaDelPrograma() {
     return instancia;
 }
 
+void CompletarIndicesDeLaBase() {
+    try {
+        const datos::IndicesCompletados hecho =
+            datos::CompletarIndices(sesion().Conexion, datos::CarpetaEsquemas() + "/tienda.schema");
+        for (const std::string& n : hecho.creados) Registrar("Arranque: se crea el índice '" + n + "', que faltaba.");
+        for (const auto& [n, motivo] : hecho.fallidos)
+            Registrar("Arranque: no se pudo crear el índice '" + n + "': " + motivo);
+    } catch (const std::exception& e) {
+        Registrar(std::string("Arranque: no se pudieron revisar los índices de la base de datos: ") + e.what());
+    }
+}
+
 std::string ObtenerNombreEmpleado(std::int32_t codigo) {
     Recordset rs;
     lectura::Abrir(rs, "Select nombre, apellidos from empleados where codigo = " + std::to_string(codigo));
@@ -156,6 +169,7 @@ FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones) {
         opciones.carpetaPrograma.empty() ? CarpetaDelEjecutable() : opciones.carpetaPrograma;
     s.CarpetaFotos = ConBarra(carpetaPrograma) + "fotos/";
     ConnectionOpener::Instancia().Abrir("", s.Conexion);
+    CompletarIndicesDeLaBase();
     s.EsquemaColores = SuiteContext::Instancia().EsquemaColores(s.Conexion);
     s.CarpetaFotosServidor = CalcularCarpetaFotosServidor();
     CargarColoresGenericos();

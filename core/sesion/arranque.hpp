@@ -43,6 +43,11 @@ inline constexpr const char* kProgramaActualizacionesPorDefecto = "buscar_actual
 // run-time error that ends the run.
 FinArranque Main(PrimeraPantalla& pantalla, const OpcionesArranque& opciones = {});
 
+// Gives the open database every index of the shop's schema it lacks (a shop
+// whose database is older than some index). Never fails: what it made and
+// what it could not make go to the log, and the start goes on.
+void CompletarIndicesDeLaBase();
+
 // The lock that Main takes for the whole run; tests let it go between starts.
 InstanciaUnica& InstanciaDelPrograma();
 
