@@ -36,6 +36,16 @@ public:
     virtual std::string KeyLookup(const std::string& key, const std::string& subquery) const {
         return key + " IN (" + subquery + ")";
     }
+    // "key IN (subquery)" that stands for a join on a unique key of a table
+    // the statement only filters by (the translator took the join away),
+    // where the statement reads most rows of its other table anyway. The
+    // subquery's one column is written by KeySetColumn. An engine that tests
+    // a key against a set faster than it looks one up in an index writes it
+    // so.
+    virtual std::string KeySet(const std::string& key, const std::string& subquery) const {
+        return key + " IN (" + subquery + ")";
+    }
+    virtual std::string KeySetColumn(const std::string& column) const { return column; }
     // True when the engine would fold the few rows of a one-table DISTINCT
     // (what the translator makes of a join it took away) more slowly than
     // the session does after reading them.

@@ -16,6 +16,7 @@
 #include <cstdlib>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <unordered_map>
 
 #include "core/datos/postgres_dialecto.hpp"
@@ -224,6 +225,17 @@ SELECT c.relname, COALESCE(dt.description, ''), a.attname, COALESCE(dc.descripti
  ORDER BY array_position(pg_catalog.current_schemas(false), n.nspname::text), c.relname, a.attnum
 )sql";
 
+// The columns that a unique index covers alone, with no condition.
+constexpr const char* kColumnasUnicas = R"sql(
+SELECT c.relname, a.attname
+  FROM pg_catalog.pg_index i
+  JOIN pg_catalog.pg_class c ON c.oid = i.indrelid
+  JOIN pg_catalog.pg_namespace n ON n.oid = c.relnamespace
+  JOIN pg_catalog.pg_attribute a ON a.attrelid = c.oid AND a.attnum = i.indkey[0]
+ WHERE i.indisunique AND i.indnatts = 1 AND i.indpred IS NULL AND i.indexprs IS NULL
+   AND n.nspname = ANY (pg_catalog.current_schemas(false))
+)sql";
+
 std::string Nombre(const std::string& real, const std::string& comentario) {
     return !comentario.empty() && IgualesSinCaso(real, comentario) ? comentario : real;
 }
@@ -276,6 +288,9 @@ public:
 
     Catalog LoadCatalog() override {
         ResultadoPtr r = Ejecutar(kCatalogo, {});
+        ResultadoPtr u = Ejecutar(kColumnasUnicas, {});
+        std::set<std::pair<std::string, std::string>> unicas;
+        for (int i = 0, n = PQntuples(u.get()); i < n; ++i) unicas.emplace(PQgetvalue(u.get(), i, 0), PQgetvalue(u.get(), i, 1));
         Catalog cat;
         TableInfo actual;
         std::string clave;
@@ -292,7 +307,8 @@ public:
             }
             actual.columns.push_back(
                 ColumnInfo{Nombre(PQgetvalue(r.get(), i, 2), PQgetvalue(r.get(), i, 3)),
-                           TipoDeColumna(PQgetvalue(r.get(), i, 4), PQgetvalue(r.get(), i, 5)[0])});
+                           TipoDeColumna(PQgetvalue(r.get(), i, 4), PQgetvalue(r.get(), i, 5)[0]),
+                           unicas.count({tabla, PQgetvalue(r.get(), i, 2)}) > 0});
         }
         cerrar();
         return cat;

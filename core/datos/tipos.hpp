@@ -17,6 +17,7 @@ bool EsNumerico(ColType t);
 struct ColumnInfo {
     std::string name;  // as the schema spells it
     ColType type = ColType::Unknown;
+    bool unico = false;  // a unique index on this column alone: no two rows share a value
 };
 
 struct TableInfo {

@@ -150,6 +150,104 @@ bool QuitarUnionInnecesaria(Select& s) {
     return true;
 }
 
+// The conditions of an AND chain, each in its place in the tree.
+void Conjuncion(ExprPtr& e, std::vector<ExprPtr*>& out) {
+    if (e && e->kind == ExprKind::Binary && e->op == "and") {
+        Conjuncion(e->args[0], out);
+        Conjuncion(e->args[1], out);
+    } else if (e) {
+        out.push_back(&e);
+    }
+}
+
+ExprPtr Y(ExprPtr a, ExprPtr b) {
+    if (!a) return b;
+    if (!b) return a;
+    auto e = Nueva(ExprKind::Binary);
+    e->op = "and";
+    e->type = ColType::Flag;
+    e->args.push_back(std::move(a));
+    e->args.push_back(std::move(b));
+    return e;
+}
+
+bool EsColumnaEntera(const Expr& e) {
+    return e.kind == ExprKind::Column && e.op != "alias" && e.column && e.type == ColType::Integer;
+}
+
+// "from A, B where A.x = B.k and <conditions on B alone> and ..." where B.k
+// is unique: every row of A meets at most one row of B, so the join gives
+// the rows of A whose x is among the keys of the B rows that pass, each
+// once. When nothing else names B the join becomes "A.x in (select B.k from
+// B where <conditions on B>)", which the engine may answer with a set of the
+// keys instead of one index lookup per row of A. Only grouped statements
+// take it: a report over many rows of A, which reads them anyway.
+bool JoinAConjuntoDeClaves(Select& s) {
+    if (s.from.size() != 2 || !s.from[0]->isTable || !s.from[1]->isTable || s.groupBy.empty() || !s.where) return false;
+    std::vector<ExprPtr*> condiciones;
+    Conjuncion(s.where, condiciones);
+    for (int cual = 1; cual >= 0; --cual) {
+        const TableRef& a = s.from[static_cast<std::size_t>(1 - cual)]->table;
+        const TableRef& b = s.from[static_cast<std::size_t>(cual)]->table;
+        const std::string& vb = b.Visible();
+        if (IgualesSinCaso(a.Visible(), vb)) return false;
+        bool fuera = false;
+        for (const auto& it : s.items) fuera = fuera || Nombra(it.expr.get(), vb);
+        for (const auto& g : s.groupBy) fuera = fuera || Nombra(g.get(), vb);
+        for (const auto& o : s.orderBy) fuera = fuera || Nombra(o.expr.get(), vb);
+        if (fuera || Nombra(s.having.get(), vb)) continue;
+        ExprPtr* union_ = nullptr;
+        const Expr* claveA = nullptr;
+        const Expr* claveB = nullptr;
+        std::vector<ExprPtr*> deB;
+        bool valida = true;
+        for (ExprPtr* c : condiciones) {
+            const Expr& e = **c;
+            if (!Nombra(&e, vb)) continue;
+            if (!union_ && e.kind == ExprKind::Binary && e.op == "=" && EsColumnaEntera(*e.args[0]) &&
+                EsColumnaEntera(*e.args[1])) {
+                const Expr* x = e.args[0].get();
+                const Expr* y = e.args[1].get();
+                if (IgualesSinCaso(x->tableName, vb)) std::swap(x, y);
+                if (IgualesSinCaso(x->tableName, a.Visible()) && IgualesSinCaso(y->tableName, vb) && y->column->unico) {
+                    union_ = c;
+                    claveA = x;
+                    claveB = y;
+                    continue;
+                }
+            }
+            if (IsBoolOp(e) && SoloDe(&e, vb)) deB.push_back(c);
+            else valida = false;
+        }
+        if (!valida || !union_) continue;
+
+        auto sub = std::make_unique<Select>();
+        SelectItem it;
+        it.expr = CopiaDeColumna(*claveB);
+        sub->items.push_back(std::move(it));
+        auto nodo = std::make_unique<JoinNode>();
+        nodo->table = b;
+        sub->from.push_back(std::move(nodo));
+        sub->tables.push_back(&sub->from[0]->table);
+        for (ExprPtr* c : deB) sub->where = Y(std::move(sub->where), std::move(*c));
+        auto en = Nueva(ExprKind::InSelect);
+        en->type = ColType::Flag;
+        en->op = "conjunto";  // written by Dialect::KeySet
+        en->args.push_back(CopiaDeColumna(*claveA));
+        en->sub = std::move(sub);
+
+        // What stays of the WHERE, in its order, then the test of the keys.
+        ExprPtr resto;
+        for (ExprPtr* c : condiciones)
+            if (*c && c != union_) resto = Y(std::move(resto), std::move(*c));
+        s.where = Y(std::move(resto), std::move(en));
+        s.from.erase(s.from.begin() + cual);
+        s.tables.clear();
+        s.tables.push_back(&s.from[0]->table);
+        return true;
+    }
+    return false;
+}
 
 class Resolver {
 public:
@@ -231,6 +329,7 @@ private:
         }
         if (s.topSlot >= 0) t_.slots[static_cast<std::size_t>(s.topSlot)].inlineInt = true;
 
+        JoinAConjuntoDeClaves(s);
         if (QuitarUnionInnecesaria(s) && top && s.topSlot < 0 && s.orderBy.empty() && s.groupBy.empty() && !s.having) {
             s.distinctFoldable = true;
             for (const auto& it : s.items)
@@ -573,6 +672,10 @@ private:
         for (const auto& it : s.items) {
             if (!first) Put(", ");
             first = false;
+            if (&s == conjunto_) {
+                Emit(d_.KeySetColumn(Sub(*it.expr)));
+                continue;
+            }
             ValueExpr(*it.expr);
             if (!it.alias.empty()) Put(" AS " + d_.QuoteIdent(it.alias));
         }
@@ -758,6 +861,13 @@ private:
                 Put("))");
                 break;
             case ExprKind::InSelect:
+                if (e.op == "conjunto") {
+                    Put("(");
+                    conjunto_ = e.sub.get();
+                    Emit(d_.KeySet(Sub(*e.args[0]), SubSelect(*e.sub)));
+                    Put(")");
+                    break;
+                }
                 if (e.op == "clave") {
                     Put("(");
                     Emit(d_.KeyLookup(Sub(*e.args[0]), SubSelect(*e.sub)));
@@ -864,6 +974,7 @@ private:
     Rendered out_;
     std::string cur_;
     std::vector<Rendered> pending_;
+    const Select* conjunto_ = nullptr;  // the subquery of a key set: its column goes through KeySetColumn
 };
 
 }  // namespace
