@@ -46,6 +46,9 @@ public:
         return key + " IN (" + subquery + ")";
     }
     virtual std::string KeySetColumn(const std::string& column) const { return column; }
+    // A text column equal to a value, in the conditions of a grouped
+    // statement, which tests them on many rows.
+    virtual std::string TextEqualsInScan(const std::string& a, const std::string& b) const { return a + " = " + b; }
     // True when the engine would fold the few rows of a one-table DISTINCT
     // (what the translator makes of a join it took away) more slowly than
     // the session does after reading them.

@@ -23,6 +23,7 @@ public:
     std::string Divide(const std::string& a, const std::string& b) const override;
     std::string RowKey() const override { return "ctid"; }
     std::string KeyLookup(const std::string& key, const std::string& subquery) const override;
+    std::string TextEqualsInScan(const std::string& a, const std::string& b) const override;
     Value Bind(const Value& v, ColType target) const override;
 };
 

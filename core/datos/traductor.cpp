@@ -665,6 +665,13 @@ private:
     }
 
     void WriteSelect(const Select& s, bool writable) {
+        // Only its own WHERE is read as a report's.
+        struct Guarda {
+            bool& flag;
+            bool antes;
+            ~Guarda() { flag = antes; }
+        } guarda{informe_, informe_};
+        informe_ = false;
         Put("SELECT ");
         if (s.distinct && s.distinctFoldable && d_.FoldsDistinctLate()) out_.foldRows = true;
         else if (s.distinct) Put("DISTINCT ");
@@ -694,7 +701,9 @@ private:
         }
         if (s.where) {
             Put(" WHERE ");
+            informe_ = !s.groupBy.empty();
             Cond(*s.where);
+            informe_ = false;
         }
         if (!s.groupBy.empty()) {
             Put(" GROUP BY ");
@@ -933,6 +942,12 @@ private:
             Put(")");
             return;
         }
+        if (op == "=" && informe_ && TextoContraValor(a, b)) {
+            Put("(");
+            Emit(d_.TextEqualsInScan(Sub(a), Sub(b)));
+            Put(")");
+            return;
+        }
         bool compare = op == "=" || op == "<>" || op == "<" || op == ">" || op == "<=" || op == ">=";
         Put("(");
         if (compare && a.type == ColType::Text && b.type == ColType::Text && a.kind != ExprKind::Column &&
@@ -946,6 +961,13 @@ private:
         else Put(" " + op + " ");
         Ex(b);
         Put(")");
+    }
+
+    // A text column against a value of the statement.
+    static bool TextoContraValor(const ast::Expr& a, const ast::Expr& b) {
+        auto columna = [](const ast::Expr& e) { return e.kind == ExprKind::Column && e.op != "alias" && e.type == ColType::Text; };
+        auto valor = [](const ast::Expr& e) { return e.kind == ExprKind::Literal && e.type == ColType::Text; };
+        return (columna(a) && valor(b)) || (valor(a) && columna(b));
     }
 
     void Func(const ast::Expr& e) {
@@ -974,7 +996,8 @@ private:
     Rendered out_;
     std::string cur_;
     std::vector<Rendered> pending_;
-    const Select* conjunto_ = nullptr;  // the subquery of a key set: its column goes through KeySetColumn
+    const Select* conjunto_ = nullptr;
+    bool informe_ = false;  // writing the WHERE of a grouped statement, which reads many rows  // the subquery of a key set: its column goes through KeySetColumn
 };
 
 }  // namespace

@@ -42,6 +42,7 @@ protected:
             {"4", "11", "'P'", "''", "50"},      {"5", "12", "'P'", "''", "1"},
             {"5", "12", "'P'", "''", "Null"},    {"2000000000", "13", "'P'", "''", "6"},
             {"99", "10", "'P'", "''", "9"},      {"Null", "10", "'P'", "''", "8"},
+            {"1", "16", "'P'", "'TIÉNDA Ñ'", "4"},
         };
         for (const auto& l : lineas)
             Ejecutar({std::string("insert into detalle_factura (num_factura, codigo, tipo_venta, tienda, unidades) "
@@ -86,7 +87,8 @@ TEST_P(JoinPorClave, RankingDeProductos_DaLasFilasDelJoin) {
         // lines out); 12: the service out, 1 + Null; 13: the far number.
         {"", {"1|11|", "1|12|", "5|10|", "6|13|"}},
         {"otra", {"7|11|"}},
-        {"tienda ñ", {"3|14|"}},  // Ñ and ñ alike, N apart
+        {"tienda ñ", {"3|14|"}},  // Ñ and ñ alike, N and É apart
+        {"tiénda ñ", {"4|16|"}},
     };
     for (const Caso& c : casos) {
         const std::string sql = Reemplazar(ranking, "{T}", c.tienda);
