@@ -16,7 +16,8 @@ namespace tpv {
 
 namespace {
 
-constexpr double kAncho = 7320;
+// Wide enough for the grid's five columns (7,300 twips) beside its scroll bar.
+constexpr double kAncho = 8160;
 constexpr double kAlto = 6720;
 constexpr double kMargen = 240;
 constexpr double kAltoBoton = 720;
