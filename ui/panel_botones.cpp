@@ -131,6 +131,10 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                 if (c.Paginas() > 1 && w->height() - (hueco + filas * (lado + hueco)) < 48 &&
                     w->width() - (hueco + columnas * (lado + hueco)) < 2 * kPasador)
                     lado = std::max(48, (w->width() - 2 * kPasador - hueco) / columnas - hueco);
+                // On a small display a panel may have less height for its rows
+                // than a finger's size (the tariffs' one-row strip): the
+                // buttons take the height there is rather than be cut off.
+                const int altoFila = std::max(1, std::min(lado, (w->height() - filas * hueco) / filas));
                 const std::size_t primero = static_cast<std::size_t>(c.Pagina()) * static_cast<std::size_t>(porPagina);
                 const std::size_t ultimo = std::min(c.Botones().size(), primero + static_cast<std::size_t>(porPagina));
                 // Buttons widen, never past the panel's room for the columns a
@@ -146,11 +150,11 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                 const auto conFoto = [](const ButtonRecord& r) {
                     return !r.Imagen.empty() && QFileInfo(Q(r.Imagen)).isFile();
                 };
-                const int icono = lado * 2 / 5;
+                const int icono = altoFila * 2 / 5;
                 const auto caja = [&](const ButtonRecord& r) {
-                    return QSize(ancho - 10, lado - 12 - (conFoto(r) ? icono : 0));
+                    return QSize(ancho - 10, altoFila - 12 - (conFoto(r) ? icono : 0));
                 };
-                int letra = std::clamp(lado / 6, 13, 18);
+                int letra = std::clamp(altoFila / 6, 13, 18);
                 QFont base = w->font();
                 base.setBold(true);
                 for (std::size_t i = primero; i < ultimo; ++i) {
@@ -162,7 +166,7 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                     const int n = static_cast<int>(i - primero);
                     QToolButton* b = NuevoBoton(w, QString(), ColorBoton(c, r), letra);
                     b->setObjectName(QStringLiteral("boton%1").arg(i));
-                    b->setGeometry(hueco + (n % columnas) * (ancho + hueco), hueco + (n / columnas) * (lado + hueco), ancho, lado);
+                    b->setGeometry(hueco + (n % columnas) * (ancho + hueco), hueco + (n / columnas) * (altoFila + hueco), ancho, altoFila);
                     QPixmap foto;
                     const bool verFoto = conFoto(r) && foto.load(Q(r.Imagen));
                     const TextoAjustado rotulo = RotuloDelBoton(r, base, caja(r), letra, conFoto(r) ? 3 : 4);
@@ -184,7 +188,7 @@ WidgetDeControl PanelBotones(ButtonMatrix& c, QWidget* padre, VistaPantalla& vis
                 }
                 if (c.Paginas() > 1) {
                     // Page turners in the room left below or beside the grid.
-                    const int usadoAlto = hueco + filas * (lado + hueco), usadoAncho = hueco + enUso * (ancho + hueco);
+                    const int usadoAlto = hueco + filas * (altoFila + hueco), usadoAncho = hueco + enUso * (ancho + hueco);
                     const int libreAbajo = w->height() - usadoAlto, libreDerecha = w->width() - usadoAncho;
                     QRect zona;
                     if (libreAbajo >= 48) zona = QRect(0, usadoAlto, w->width(), libreAbajo);
