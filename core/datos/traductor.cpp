@@ -996,8 +996,8 @@ private:
     Rendered out_;
     std::string cur_;
     std::vector<Rendered> pending_;
-    const Select* conjunto_ = nullptr;
-    bool informe_ = false;  // writing the WHERE of a grouped statement, which reads many rows  // the subquery of a key set: its column goes through KeySetColumn
+    const Select* conjunto_ = nullptr;  // the subquery of a key set: its column goes through KeySetColumn
+    bool informe_ = false;              // writing the WHERE of a grouped statement, which reads many rows
 };
 
 }  // namespace

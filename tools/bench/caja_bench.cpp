@@ -14,6 +14,7 @@
 #include "core/sesion/sesion.hpp"
 #include "screens/pantallas.hpp"
 #include "tools/bench/bancos.hpp"
+#include "tools/bench/caja_banco.hpp"
 
 namespace {
 
@@ -58,10 +59,7 @@ void TeclaALineaEnPantalla(benchmark::State& state, std::string uri, bool nueva)
         return;
     }
     AnfitrionSinPantalla anfitrion;
-    FijarAnfitrion(&anfitrion);
-    FijarMensajes(&anfitrion);
-    frmCaja& caja = Unica<frmCaja>();
-    caja.Show();
+    frmCaja& caja = tpvbench::AbrirCaja(anfitrion);
     for (std::size_t i = 0; i < 50; ++i) Teclear(anfitrion, caja.txtcod, codigos[i]);
     const std::string numero = caja.lblNumVenta.caption;
     std::mt19937 rng(11);
@@ -83,9 +81,7 @@ void TeclaALineaEnPantalla(benchmark::State& state, std::string uri, bool nueva)
         s.Conexion.Execute("delete * from detalle_factura_temp where num_factura = " + numero);
         s.Conexion.Execute("delete * from cabecera_factura_temp where numero = " + numero);
     }
-    caja.Unload();
-    FijarAnfitrion(nullptr);
-    FijarMensajes(nullptr);
+    tpvbench::CerrarCaja(caja);
     s.Reiniciar();
 }
 

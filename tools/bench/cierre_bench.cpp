@@ -27,6 +27,7 @@
 #include "screens/frm_cobrar.hpp"
 #include "screens/pantallas.hpp"
 #include "tools/bench/bancos.hpp"
+#include "tools/bench/caja_banco.hpp"
 
 namespace {
 
@@ -164,10 +165,7 @@ void CobroDesdeLaCaja50(benchmark::State& state, std::string uri) {
         return;
     }
     AnfitrionSinPantalla anfitrion;
-    FijarAnfitrion(&anfitrion);
-    FijarMensajes(&anfitrion);
-    frmCaja& caja = Unica<frmCaja>();
-    caja.Show();
+    frmCaja& caja = tpvbench::AbrirCaja(anfitrion);
     ConectarCobro(caja);
 
     bool enMarcha = false;
@@ -220,9 +218,7 @@ void CobroDesdeLaCaja50(benchmark::State& state, std::string uri) {
     state.counters["cajones"] = static_cast<double>(cajones);
     anfitrion.siguiente = nullptr;
     Unica<frmCobrar>().Unload();
-    caja.Unload();
-    FijarAnfitrion(nullptr);
-    FijarMensajes(nullptr);
+    tpvbench::CerrarCaja(caja);
     FijarEscritorPuerto(nullptr);
     Deshacer(s.Conexion, primera, cerradas, productos);
     ResetPrinters();
