@@ -29,13 +29,15 @@ else
   base="$tmp/PERFUMERIA.db"
 fi
 
-"$tpvdemo" --force "$base" "$informes" >"$tmp/demo.log" 2>&1 || { cat "$tmp/demo.log"; exit 1; }
+reloj=$(sed -n 's/^# reloj //p' "$escenario" | head -1)
+reloj=${reloj:-23/11/2026 10:00:00}
+# The shop's dates are counted from the clock's day, not from the day the test runs.
+"$tpvdemo" --force --hoy "${reloj%% *}" "$base" "$informes" >"$tmp/demo.log" 2>&1 || { cat "$tmp/demo.log"; exit 1; }
 
 export TPV_SUITE_CONF="$tmp/suite.conf" TPV_LOG="$tmp/tpv.log"
 # Lines "# ajuste clave=valor" of the scenario go to the suite's settings.
 sed -n 's/^# ajuste //p' "$escenario" >"$TPV_SUITE_CONF"
-reloj=$(sed -n 's/^# reloj //p' "$escenario" | head -1)
-"$tpvguion" --base "$base" --informes "$informes" --reloj "${reloj:-23/11/2026 10:00:00}" \
+"$tpvguion" --base "$base" --informes "$informes" --reloj "$reloj" \
   --papel "$tmp/papel" "$escenario" >"$tmp/salida" 2>"$tmp/errores"
 estado=$?
 

@@ -1,8 +1,12 @@
 // tpvdemo: makes a fresh shop database, and its reporting source, filled with
 // a demo shop for the terminal "CAJA1".
 //
-//   tpvdemo [--size small|large] [--historial] [--force] [--fotos FOLDER] DATABASE [REPORTING_DATABASE]
+//   tpvdemo [--size small|large] [--historial] [--force] [--fotos FOLDER] [--hoy dd/mm/yyyy]
+//           DATABASE [REPORTING_DATABASE]
 //
+// The demo's dates (sales, offers, vouchers, debts) are counted from today,
+// or from the day given with --hoy, so that a scripted run whose clock is set
+// to that day sees the same shop on any day it runs.
 // Without REPORTING_DATABASE a file "informes.db" beside DATABASE is used.
 #include <chrono>
 #include <cstdio>
@@ -31,17 +35,29 @@ struct Argumentos {
     std::string tienda;
     std::string informes;
     std::string fotos;
+    DateTime hoy = fecha::Hoy();
 };
 
 void Uso() {
     std::fprintf(stderr,
-                 "uso: tpvdemo [--size small|large] [--historial] [--force] [--fotos CARPETA] BASE_DE_DATOS "
-                 "[BASE_DE_INFORMES]\n"
+                 "uso: tpvdemo [--size small|large] [--historial] [--force] [--fotos CARPETA] [--hoy dd/mm/aaaa] "
+                 "BASE_DE_DATOS [BASE_DE_INFORMES]\n"
                  "  --size small   unas decenas de productos (por defecto)\n"
                  "  --size large   200.000 productos, 300.000 codigos extra, 50.000 clientes\n"
                  "  --historial    un año de ventas cerradas, cerca de un millon de lineas\n"
                  "  --force        sustituye las bases de datos que ya existan\n"
-                 "  --fotos DIR    dibuja en DIR las fotos de productos y empleados\n");
+                 "  --fotos DIR    dibuja en DIR las fotos de productos y empleados\n"
+                 "  --hoy FECHA    cuenta las fechas de la demostracion desde ese dia y no desde hoy\n");
+}
+
+// "dd/mm/yyyy", a real day.
+bool LeerDia(std::string_view valor, DateTime& dia) {
+    int d = 0, m = 0, a = 0;
+    if (valor.size() != 10 || valor[2] != '/' || valor[5] != '/' || !fecha::LeerDigitos(valor, 0, 2, d) ||
+        !fecha::LeerDigitos(valor, 3, 2, m) || !fecha::LeerDigitos(valor, 6, 4, a) || !fecha::EsFechaValida(a, m, d))
+        return false;
+    dia = fecha::DesdeFecha(a, m, d);
+    return true;
 }
 
 bool LeerTamano(std::string_view valor, demo::Tamano& tamano) {
@@ -62,6 +78,8 @@ bool LeerArgumentos(int argc, char** argv, Argumentos& a) {
             if (++i >= argc || !LeerTamano(argv[i], a.tamano)) return false;
         } else if (arg.starts_with("--size=")) {
             if (!LeerTamano(arg.substr(7), a.tamano)) return false;
+        } else if (arg == "--hoy") {
+            if (++i >= argc || !LeerDia(argv[i], a.hoy)) return false;
         } else if (arg == "--fotos") {
             if (++i >= argc) return false;
             a.fotos = argv[i];
@@ -144,7 +162,7 @@ int main(int argc, char** argv) {
         informes.Open(a.informes);
         tienda.BeginTrans();
         informes.BeginTrans();
-        demo::TiendaDemo relleno(tienda, informes, a.tamano, fecha::Hoy());
+        demo::TiendaDemo relleno(tienda, informes, a.tamano, a.hoy);
         relleno.Llenar();
         if (a.historial) relleno.LlenarHistorial();
         if (!a.fotos.empty()) std::printf("Fotos en %s: %d\n", a.fotos.c_str(), demo::EscribirFotos(tienda, a.fotos));
