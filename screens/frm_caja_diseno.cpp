@@ -68,6 +68,7 @@ void frmCaja::DisenarCodigo() {
     txtcod.fontSize = kFuenteGrande;
     Poner(Picture1, "Picture1", 4800, 240, 720, 720, "", &fr_hijo);
     Picture1.toolTipText = "Buscar producto <F6>";
+    Picture1.picture = "tpv:lupa";  // a magnifying glass the window draws
     Poner(lblCant, "lblCant", 5640, 0, 1920, 240, "Cantidad", &fr_hijo);
     Poner(txtCantidad, "txtCantidad", 5640, 240, 1920, 720, "", &fr_hijo);
     txtCantidad.fontSize = kFuenteGrande;

@@ -414,6 +414,26 @@ WidgetDeControl Combo(ComboBox& c, QWidget* padre, VistaPantalla& vista) {
             }};
 }
 
+// Pictures named "tpv:NAME" are drawn by the window itself, so the till needs
+// no picture files for its own icons.
+QPixmap IconoDibujado(const QString& nombre, const QSize& tamano) {
+    const int lado = std::min(tamano.width(), tamano.height());
+    if (nombre != QStringLiteral("lupa") || lado < 8) return {};
+    QPixmap p(lado, lado);
+    p.fill(Qt::transparent);
+    QPainter pintor(&p);
+    pintor.setRenderHint(QPainter::Antialiasing);
+    // A magnifying glass: a ring with a light lens and a thick handle to the lower right.
+    const double r = lado * 0.27, cx = lado * 0.42, cy = lado * 0.42, grosor = std::max(2.0, lado * 0.08);
+    pintor.setPen(QPen(QColor(0x3a, 0x3a, 0x3a), grosor * 1.6, Qt::SolidLine, Qt::RoundCap));
+    const double d = r / std::sqrt(2.0);
+    pintor.drawLine(QPointF(cx + d, cy + d), QPointF(lado * 0.86, lado * 0.86));
+    pintor.setPen(QPen(QColor(0x3a, 0x3a, 0x3a), grosor));
+    pintor.setBrush(QColor(0xd8, 0xea, 0xfa));
+    pintor.drawEllipse(QPointF(cx, cy), r, r);
+    return p;
+}
+
 WidgetDeControl Imagen(PictureBox& c, QWidget* padre) {
     auto* w = new QLabel(padre);
     w->setAlignment(Qt::AlignCenter);
@@ -424,7 +444,11 @@ WidgetDeControl Imagen(PictureBox& c, QWidget* padre) {
                 w->setProperty("tpvImagen", clave);
                 // A missing or unreadable picture leaves the box empty.
                 QPixmap p;
-                if (!ruta.isEmpty() && p.load(ruta))
+                if (ruta.startsWith(QStringLiteral("tpv:")))
+                    p = IconoDibujado(ruta.mid(4), w->size());
+                else if (!ruta.isEmpty())
+                    p.load(ruta);
+                if (!p.isNull())
                     w->setPixmap(p.scaled(w->size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
                 else
                     w->clear();

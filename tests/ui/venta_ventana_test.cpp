@@ -1,3 +1,4 @@
+#include <QLabel>
 #include <QLineEdit>
 #include <functional>
 #include <QPushButton>
@@ -159,6 +160,10 @@ TEST_F(VentaEnVentanaTest, TocarUnaLineaAbreElEditorDeLinea) {
 // sale open over the till, with their buttons at a finger's size.
 TEST_F(VentaEnVentanaTest, LasPantallasDeBusquedaYDeVentasCerradasSeAbrenSobreLaCaja) {
     AbrirCaja();
+    // The product search's picture is a magnifying glass the window draws.
+    const auto* lupa = qobject_cast<QLabel*>(Vista("frmCaja").WidgetDe("Picture1"));
+    ASSERT_NE(lupa, nullptr);
+    EXPECT_FALSE(lupa->pixmap().isNull());
     const auto pulsar = [this](const char* control) {
         return [this, control] { QTest::mouseClick(Vista("frmCaja").WidgetDe(control), Qt::LeftButton); };
     };
