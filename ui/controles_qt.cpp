@@ -170,11 +170,12 @@ WidgetDeControl Boton(CommandButton& c, QWidget* padre, VistaPantalla& vista) {
     w->setFocusPolicy(Qt::ClickFocus);
     QObject::connect(w, &QPushButton::clicked, w, [&c, &vista] { vista.anfitrion().Ejecutar([&c] { c.Clic(); }); });
     return {w, [w, &c] {
-                // A caption too long for one line at a legible size takes two,
-                // then a smaller size, before anything is cut.
+                // A caption too long for one line at a legible size takes two
+                // (three when the button is tall enough for them), then a
+                // smaller size, before anything is cut.
                 const QFont base = Fuente(w, c, QString(), 0.32, 14, 20, true);
                 const TextoAjustado ajuste =
-                    AjustarTexto(Q(c.caption), base, QSize(w->width() - 12, w->height() - 4), base.pixelSize(), 11, 2);
+                    AjustarTexto(Q(c.caption), base, QSize(w->width() - 12, w->height() - 4), base.pixelSize(), 11, 3);
                 QFont f = base;
                 f.setPixelSize(ajuste.px);
                 FijarFuente(w, f);
