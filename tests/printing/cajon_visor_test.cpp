@@ -117,18 +117,12 @@ TEST(Visor, CincoEscriturasPorElPuertoSerie) {
         leido.insert(leido.end(), buf, buf + n);
     }
     ::close(maestro);
-    const std::string fila1 = "PERFUMERIA";
-    Bytes esperado{12, 13};
-    esperado.insert(esperado.end(), fila1.begin(), fila1.end());
-    esperado.insert(esperado.end(), {31, 36, 1, 2});
-    const std::string linea = "Colonia \xA5...    9,95";
-    esperado.insert(esperado.end(), linea.begin(), linea.end());
-    esperado.insert(esperado.end(), {12, 13});
-    esperado.insert(esperado.end(), fila1.begin(), fila1.end());
-    esperado.insert(esperado.end(), {31, 36, 1, 2});
-    const std::string bienvenida = " **  Bienvenido  ** ";
-    esperado.insert(esperado.end(), bienvenida.begin(), bienvenida.end());
-    EXPECT_EQ(leido, esperado);
+    // Clear and home, the first row, the cursor to row 2, the line in code page 858.
+    const std::string esperado = "\x0c\rPERFUMERIA\x1f$\x01\x02"
+                                 "Colonia \xA5...    9,95"
+                                 "\x0c\rPERFUMERIA\x1f$\x01\x02"
+                                 " **  Bienvenido  ** ";
+    EXPECT_EQ(std::string(leido.begin(), leido.end()), esperado);
 }
 
 TEST(Visor, PuertoQueNoExisteNoMolesta) {

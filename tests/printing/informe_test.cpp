@@ -9,7 +9,9 @@
 #include <string>
 #include <vector>
 
+#include "core/datos/recordset.hpp"
 #include "core/runtime/calendario.hpp"
+#include "core/runtime/conversiones.hpp"
 #include "core/runtime/reloj.hpp"
 #include "printing/factura.hpp"
 #include "printing/impresoras_sistema.hpp"
@@ -125,6 +127,7 @@ TEST_P(InformeTest, Factura_LargaSigueEnMasPaginasSinPerderLineas) {
     lineas.push_back("insert into cabecera_factura (numero,cliente,fechaVenta) values (43,0,#03/14/2026#)");
     for (const std::string& sql : lineas) cn.Execute(sql);
     sesion().IdentificacionFiscal = "";
+    sesion().opciones.iva = false;
     PrepararFactura(43);
     const std::string texto = TextoDelPdf(Imprimir("N_factura.rpt"));
     for (int i = 1; i <= 70; ++i)
@@ -132,7 +135,8 @@ TEST_P(InformeTest, Factura_LargaSigueEnMasPaginasSinPerderLineas) {
     // The long description is broken into lines, none of it lost.
     for (const char* trozo : {"Crema hidratante", "argán", "cincuenta mililitros"}) Espera(texto, {trozo});
     Espera(texto, {"Número 43 Generico", "C.I.F: B12345678", "Perfumería Olmo Factura 43", "Página 1 de 3", "Página 2 de 3",
-                   "Página 3 de 3", "21 % 70,00 14,70 84,70 Cuota de IVA 14,70 €", "TOTAL 84,70 €"});
+                   "Página 3 de 3", "21 % 70,00 14,70 84,70 Cuota de IVA 14,70 €", "TOTAL 84,70 €",
+                   "IVA No incluido"});
     EXPECT_EQ(texto.find("NIF:"), std::string::npos);
 }
 
@@ -189,7 +193,21 @@ TEST_P(InformeTest, ProteccionDeDatos_TextoDeLaTiendaOGenericoConLaFirma) {
     EXPECT_TRUE(cajas.mostradas.empty());
 }
 
+// The customer's mobile, else the landline, else nothing.
+TEST_P(InformeTest, Factura_TelefonoFijoCuandoFaltaElMovil) {
+    for (const auto& [sql, telefono] : {std::pair{"update clientes set telefono2 = '600000000'", "600000000"},
+                                        std::pair{"update clientes set telefono2 = Null", "911111111"},
+                                        std::pair{"update clientes set telefono1 = Null", ""}}) {
+        Ejecutar({sql});
+        PrepararFactura(41);
+        Recordset rs;
+        rs.Open("select texto18 from informes", informes);
+        EXPECT_EQ(Texto(rs.Fields(0).Value()), telefono) << sql;
+    }
+}
+
 TEST_P(InformeTest, SinFilasNadaYInformeDesconocidoAvisa) {
+    informes.Execute("insert into informes (texto1) values ('de otro informe')");
     PrepararFactura(999);
     EXPECT_EQ(Imprimir("N_factura.rpt"), "");
     EXPECT_FALSE(fs::exists(carpeta + "/guardados/Factura 999.pdf"));

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "printing/recording_printer.hpp"
-#include "tests/printing/golpe_doble.hpp"
 
 namespace tpv {
 namespace {
@@ -45,60 +44,19 @@ TEST(RecordingPrinter, ColocaCadaImpresionEnSuColumna) {
     p.Font.Name = "FontB11";
     p.CurrentX = 72 * 2;
     p.Print("b");
-    p.EndDoc();
-    EXPECT_EQ(Papel(p), (std::vector<std::string>{"izquierda", "           once", "   tres", "negativo", "", "",
-                                                  "  b"}));
-    EXPECT_FALSE(p.Documents().back().opensDrawer);
-}
-
-TEST(RecordingPrinter, DobleGolpeSeVeUnaVezYTamanoGrandeCentrado) {
-    RecordingPrinter p("T");
-    prueba::ImprimirCabeceraEnNegrita(p, "ACME");
-    p.Print("siguiente");
     // Two texts at one height: both show, the later one over the earlier.
-    const double y2 = p.CurrentY;
+    p.Font.Name = "FontA11";
+    const double y = p.CurrentY;
     p.Print("abcdef");
-    p.CurrentY = y2;
+    p.CurrentY = y;
     p.CurrentX = 96 * 3;
     p.Print("XY");
     p.EndDoc();
-    EXPECT_EQ(Papel(p), (std::vector<std::string>{"              ACME", "siguiente", "abcXYf"}));
-    const auto& r = p.Documents().back().layout.Renglones();
-    EXPECT_TRUE(r[0].celdas[14].negrita);
-    EXPECT_EQ(r[0].celdas[14].fuente.multAncho, 2);
-    EXPECT_FALSE(r[1].celdas[0].negrita);
+    EXPECT_EQ(Papel(p), (std::vector<std::string>{"izquierda", "           once", "   tres", "negativo", "", "",
+                                                  "  b", "abcXYf"}));
+    EXPECT_FALSE(p.Documents().back().opensDrawer);
     // A print after a document starts a fresh one at the top.
     EXPECT_EQ(p.CurrentY, 0);
-}
-
-TEST(RecordingPrinter, CajonPorLaFuenteDeControlYPorElControlador) {
-    RecordingPrinter p("T");
-    p.Font.Name = "control";
-    p.Print("A");
-    p.EndDoc();
-    EXPECT_TRUE(p.Documents().back().opensDrawer);
-    EXPECT_TRUE(p.Documents().back().paper.empty());
-
-    p.Font.Name = "FontA1x1";
-    p.Print("");
-    p.EndDoc();
-    EXPECT_TRUE(p.Documents().back().opensDrawer);
-
-    p.Font.Name = "FontA11";
-    p.Print("");
-    p.EndDoc();
-    EXPECT_FALSE(p.Documents().back().opensDrawer);
-}
-
-TEST(RecordingPrinter, ImpresoraCaidaDaError482) {
-    RecordingPrinter p("T");
-    p.SetFailing(true);
-    try {
-        p.Print("x");
-        FAIL();
-    } catch (const RuntimeError& e) {
-        EXPECT_EQ(e.Number(), kErrImpresora);
-    }
 }
 
 TEST(Printers, BuscarImpresoraCambiaLaActualSoloSiLaEncuentra) {

@@ -2,19 +2,11 @@
 
 #include <QApplication>
 #include <QFontMetrics>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
-#include <QToolButton>
 #include <filesystem>
 
-#include "core/datos/connection.hpp"
-#include "core/datos/recordset.hpp"
 #include "core/servicios/suite_settings.hpp"
 #include "core/sesion/sesion.hpp"
 #include "printing/visor_serie.hpp"
-#include "screens/pantallas.hpp"
 #include "tests/ui/ventana_prueba.hpp"
 #include "ui/ajuste_texto.hpp"
 #include "ui/panel_botones.hpp"
@@ -23,7 +15,6 @@
 namespace tpv {
 namespace {
 
-using prueba::TiendaEnVentanaTest;
 using prueba::VentanaTest;
 
 QFont Negrita() {
@@ -140,69 +131,6 @@ TEST_F(VentanaTest, ElVisorEnPantallaSoloSiLoPidenLosAjustes) {
     ::unsetenv("TPV_SUITE_CONF");
     SuiteSettings::Instancia().Recargar();
     std::filesystem::remove_all(carpeta);
-}
-
-// On the touch till, each product button shows its picture and its name once.
-TEST_F(TiendaEnVentanaTest, LosBotonesDeProductoLlevanFotoYNombreUnaVez) {
-    ASSERT_EQ(Arrancar(), FinArranque::SeleccionEmpleado);
-    sesion().opciones.modopantallacaja = 0;
-    anfitrion->Ejecutar([] { Unica<frmCaja>().Show(); });
-    ui::VistaPantalla& caja = Vista("frmCaja");
-    const PanelRegistros& productos = sesion().PanelProductos;
-    ASSERT_FALSE(productos.empty());
-    QWidget* panel = caja.WidgetDe("PanelProductos");
-    ASSERT_TRUE(panel);
-    int vistos = 0;
-    for (std::size_t i = 0; i < productos.size(); ++i) {
-        auto* b = panel->findChild<QToolButton*>("boton" + QString::number(i));
-        if (!b || !b->isVisible()) continue;
-        ++vistos;
-        EXPECT_FALSE(b->icon().isNull()) << productos[i].Texto;
-        QString texto = b->text();
-        texto.replace(QStringLiteral("-\n"), QString()).replace('\n', ' ');
-        EXPECT_EQ(texto.toStdString(), productos[i].Texto);
-        EXPECT_GE(b->font().pixelSize(), 11);
-    }
-    EXPECT_GT(vistos, 0);
-    // The total is big: its font fills most of its box.
-    auto* total = Widget<QLineEdit>("frmCaja", "CajaText_Pago");
-    ASSERT_TRUE(total);
-    EXPECT_GE(total->font().pixelSize(), total->height() / 2);
-}
-
-// With the setting on, a line sold by code shows in the strip too.
-TEST_F(TiendaEnVentanaTest, LaVentaSeVeEnElVisorDePantalla) {
-    {
-        Connection cn;
-        cn.Open(carpeta + "/PERFUMERIA.db");
-        cn.Execute("insert into relaciones_fijas (indice, datoa, otros) values ('VisorCAJA1', 'Perfumería La Plaza', '1')");
-    }
-    SuiteSettings::Instancia().Escribir("visor_en_pantalla", "SI");
-    const auto visor = ui::InstalarVisorEnPantalla();
-    ASSERT_TRUE(visor);
-    ASSERT_EQ(Arrancar(), FinArranque::SeleccionEmpleado);
-    anfitrion->Ejecutar([] { Unica<frmCaja>().Show(); });
-    ASSERT_TRUE(Esperar([&] { return visor->tira().isVisible(); }));
-    EXPECT_EQ(visor->tira().Fila(0).trimmed().toStdString(), "Perfumería La Plaza");
-
-    Recordset rs;
-    rs.Open("select codigocliente, nombre from productos where codigocliente is not null and modoventa = false "
-            "and borrar = false and precio > 0 order by codigo",
-            sesion().Conexion, adOpenStatic);
-    ASSERT_FALSE(rs.Eof());
-    const std::string codigo = rs.Get("codigocliente").text(), nombre = rs.Get("nombre").text();
-    rs.Close();
-    frmCaja& f = Unica<frmCaja>();
-    anfitrion->Ejecutar([&] {
-        f.txtcod.SetFocus();
-        f.txtcod.SetText(codigo);
-    });
-    QTest::keyClick(Vista("frmCaja").WidgetDe("txtcod"), Qt::Key_Return);
-    ASSERT_TRUE(Esperar([&] { return visor->tira().Fila(1).startsWith(QString::fromStdString(nombre).left(5)); }))
-        << visor->tira().Fila(1).toStdString();
-    EXPECT_EQ(visor->tira().findChild<QLabel*>("visorFila2")->text(), visor->tira().Fila(1));
-    Captura(Vista("frmCaja"), "frmCaja_venta_codigo");
-    Captura(visor->tira(), "visor_en_pantalla");
 }
 
 }  // namespace

@@ -49,6 +49,25 @@ TEST_F(TiendaEnVentanaTest, ElPanelDeEmpleadosLlevaALaCajaEnSusDosModos) {
     anfitrion->Ejecutar([] { Unica<frmCaja>().Show(); });
     ui::VistaPantalla& tactil = Vista("frmCaja");
     EXPECT_TRUE(tactil.WidgetDe("frTactil")->isVisible());
+    // Each product button shows its picture and its name once.
+    const PanelRegistros& productos = sesion().PanelProductos;
+    QWidget* panelProductos = tactil.WidgetDe("PanelProductos");
+    ASSERT_TRUE(panelProductos && !productos.empty());
+    int vistos = 0;
+    for (std::size_t i = 0; i < productos.size(); ++i) {
+        auto* b = panelProductos->findChild<QToolButton*>("boton" + QString::number(i));
+        if (!b || !b->isVisible()) continue;
+        ++vistos;
+        EXPECT_FALSE(b->icon().isNull()) << productos[i].Texto;
+        EXPECT_EQ(b->text().replace(QStringLiteral("-\n"), QString()).replace('\n', ' ').toStdString(),
+                  productos[i].Texto);
+        EXPECT_GE(b->font().pixelSize(), 11);
+    }
+    EXPECT_GT(vistos, 0);
+    // The total is big: its font fills most of its box.
+    auto* total = Widget<QLineEdit>("frmCaja", "CajaText_Pago");
+    ASSERT_TRUE(total);
+    EXPECT_GE(total->font().pixelSize(), total->height() / 2);
     BotonesTactiles(tactil);
     Captura(tactil, "frmCaja_tactil");
 

@@ -7,12 +7,15 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include "core/datos/connection.hpp"
 #include "core/datos/recordset.hpp"
+#include "core/servicios/suite_settings.hpp"
 #include "core/sesion/pantalla.hpp"
 #include "core/sesion/sesion.hpp"
 #include "screens/frm_cobrar.hpp"
 #include "screens/pantallas.hpp"
 #include "tests/ui/ventana_prueba.hpp"
+#include "ui/visor_pantalla.hpp"
 
 namespace tpv {
 namespace {
@@ -86,14 +89,30 @@ protected:
 
 // A cash sale from the first key to the figures of the sale just closed: a
 // code typed on the till, F9 to the settlement screen, twenty handed over
-// and Enter; the till is then ready for the next customer.
+// and Enter; the till is then ready for the next customer. The settings ask
+// for the pole display on the screen: the line sold shows in its strip.
 TEST_F(VentaEnVentanaTest, UnaVentaEnEfectivoSeTerminaEnLaPantallaDeCobro) {
+    {
+        Connection cn;
+        cn.Open(carpeta + "/PERFUMERIA.db");
+        cn.Execute(
+            "insert into relaciones_fijas (indice, datoa, otros) values ('VisorCAJA1', 'Perfumería La Plaza', '1')");
+    }
+    SuiteSettings::Instancia().Escribir("visor_en_pantalla", "SI");
+    const auto visor = ui::InstalarVisorEnPantalla();
+    ASSERT_TRUE(visor);
     frmCaja& caja = AbrirCaja();
+    ASSERT_TRUE(Esperar([&] { return visor->tira().isVisible(); }));
+    EXPECT_EQ(visor->tira().Fila(0).trimmed().toStdString(), "Perfumería La Plaza");
     const Producto p = Barato();
     Teclear(p.codigo);
     auto* rejilla = Widget<QTableWidget>("frmCaja", "FGCaja");
     ASSERT_TRUE(rejilla && rejilla->rowCount() > 1 && rejilla->item(1, 0));
     ASSERT_EQ(rejilla->item(1, 0)->text().toStdString(), p.nombre);
+    ASSERT_TRUE(Esperar([&] { return visor->tira().Fila(1).startsWith(QString::fromStdString(p.nombre).left(5)); }))
+        << visor->tira().Fila(1).toStdString();
+    EXPECT_EQ(visor->tira().findChild<QLabel*>("visorFila2")->text(), visor->tira().Fila(1));
+    Captura(visor->tira(), "visor_en_pantalla");
     const QString total = Texto("frmCaja", "CajaText_Pago");
     ASSERT_FALSE(total.isEmpty());
 
@@ -138,28 +157,11 @@ TEST_F(VentaEnVentanaTest, UnaVentaEnEfectivoSeTerminaEnLaPantallaDeCobro) {
     Captura(vista, "frmCaja_tras_la_venta");
 }
 
-// A touch on a line of the sale opens the line editor over the till, with
-// the line's figures in its entries.
-TEST_F(VentaEnVentanaTest, TocarUnaLineaAbreElEditorDeLinea) {
-    frmCaja& caja = AbrirCaja();
-    const Producto p = Barato();
-    Teclear(p.codigo);
-    auto* rejilla = Widget<QTableWidget>("frmCaja", "FGCaja");
-    ASSERT_TRUE(rejilla && rejilla->rowCount() > 1);
-    QTest::mouseClick(rejilla->viewport(), Qt::LeftButton, {}, rejilla->visualItemRect(rejilla->item(1, 0)).center());
-    ui::VistaPantalla& vista = Vista("frmCaja");
-    ASSERT_TRUE(caja.fr_Lupa.visible);
-    EXPECT_TRUE(vista.WidgetDe("fr_Lupa")->isVisible());
-    EXPECT_EQ(Texto("frmCaja", "txt_NomLupa").toStdString(), caja.txt_NomLupa.Text());
-    EXPECT_EQ(Texto("frmCaja", "txt_CantLupa").toStdString(), caja.txt_CantLupa.Text());
-    EXPECT_EQ(Texto("frmCaja", "txt_TotalLupa").toStdString(), caja.txt_TotalLupa.Text());
-    Captura(vista, "frmCaja_editor_de_linea");
-}
-
 // The search screen in both its faces and the screen that asks for a closed
-// sale open over the till, with their buttons at a finger's size.
-TEST_F(VentaEnVentanaTest, LasPantallasDeBusquedaYDeVentasCerradasSeAbrenSobreLaCaja) {
-    AbrirCaja();
+// sale open over the till, with their buttons at a finger's size; a touch on
+// a line of the sale opens the line editor with the line's figures.
+TEST_F(VentaEnVentanaTest, LasPantallasDeBusquedaVentasCerradasYEditorDeLineaSeAbrenSobreLaCaja) {
+    frmCaja& caja = AbrirCaja();
     // The product search's picture is a magnifying glass the window draws.
     const auto* lupa = qobject_cast<QLabel*>(Vista("frmCaja").WidgetDe("Picture1"));
     ASSERT_NE(lupa, nullptr);
@@ -185,6 +187,18 @@ TEST_F(VentaEnVentanaTest, LasPantallasDeBusquedaYDeVentasCerradasSeAbrenSobreLa
     }));
     EXPECT_EQ(anfitrion->Vista("frmBuscar"), nullptr);
     EXPECT_EQ(anfitrion->Vista("frmDevoluciones"), nullptr);
+
+    Teclear(Barato().codigo);
+    auto* rejilla = Widget<QTableWidget>("frmCaja", "FGCaja");
+    ASSERT_TRUE(rejilla && rejilla->rowCount() > 1);
+    QTest::mouseClick(rejilla->viewport(), Qt::LeftButton, {}, rejilla->visualItemRect(rejilla->item(1, 0)).center());
+    ui::VistaPantalla& vista = Vista("frmCaja");
+    ASSERT_TRUE(caja.fr_Lupa.visible);
+    EXPECT_TRUE(vista.WidgetDe("fr_Lupa")->isVisible());
+    EXPECT_EQ(Texto("frmCaja", "txt_NomLupa").toStdString(), caja.txt_NomLupa.Text());
+    EXPECT_EQ(Texto("frmCaja", "txt_CantLupa").toStdString(), caja.txt_CantLupa.Text());
+    EXPECT_EQ(Texto("frmCaja", "txt_TotalLupa").toStdString(), caja.txt_TotalLupa.Text());
+    Captura(vista, "frmCaja_editor_de_linea");
 }
 
 // On a display smaller than the design, the fitter shrinks the till: the
