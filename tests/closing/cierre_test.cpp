@@ -112,30 +112,29 @@ TEST_P(Cierre, Panaderia_ElStockVaPorLaElaboracionEnCadaLinea) {
     EXPECT_EQ(Cuenta("detalle_factura"), 2);
 }
 
+// As many copies as the options ask for, each with the same paper; none
+// unticked or at 0 copies. The drawer opens whatever is printed.
 TEST_P(Cierre, Impresion_CopiasSinTicketYCajon) {
-    Venta(34, "10");
-    Linea(34, 1, "Colonia", "1", "10");
-    sesion().opciones.NumCopiasFactura = 3;
-    DatosCierre d = Datos(34);
-    d.imprimir = false;
-    d.abrirCajon = true;
-    Cerrar(d);
-    EXPECT_TRUE(tickets_->Documents().empty());
-    EXPECT_EQ(cajones, 1);
-
-    // Two copies of the sale, each with its paper; none at all for 0 copies.
-    sesion().opciones.NumCopiasFactura = 2;
-    Venta(35, "10");
-    Linea(35, 1, "Colonia", "1", "10");
-    d = Datos(35);
-    Cerrar(d);
-    ASSERT_EQ(tickets_->Documents().size(), 2u);
-    EXPECT_EQ(tickets_->Documents()[0].paper, tickets_->Documents()[1].paper);
-    sesion().opciones.NumCopiasFactura = 0;
-    Venta(36, "10");
-    d = Datos(36);
-    Cerrar(d);
-    EXPECT_EQ(tickets_->Documents().size(), 2u);
+    const struct {
+        int copias;
+        bool imprimir;
+        std::size_t papeles;
+    } casos[] = {{3, false, 0}, {2, true, 2}, {0, true, 0}};
+    int numero = 34;
+    for (const auto& c : casos) {
+        SCOPED_TRACE(c.copias);
+        tickets_->Clear();
+        sesion().opciones.NumCopiasFactura = c.copias;
+        Venta(numero, "10");
+        Linea(numero, 1, "Colonia", "1", "10");
+        DatosCierre d = Datos(numero++);
+        d.imprimir = c.imprimir;
+        d.abrirCajon = true;
+        Cerrar(d);
+        ASSERT_EQ(tickets_->Documents().size(), c.papeles);
+        for (const auto& documento : tickets_->Documents()) EXPECT_EQ(documento.paper, tickets_->Documents()[0].paper);
+    }
+    EXPECT_EQ(cajones, 3);
 }
 
 // Answers every box, and puts the ticket printer's name right at the first
