@@ -227,10 +227,11 @@ TEST_F(VentaEnVentanaTest, EnUnaPantallaPequenaLaCajaCabeEntera) {
             if (qobject_cast<QPushButton*>(w)) botones.push_back(w);
         }
         // The buttons of the panels (products, tariffs...) stay whole inside their panel.
-        for (QToolButton* t : vista.findChildren<QToolButton*>())
-            if (t->isVisible())
-                EXPECT_TRUE(QRect(QPoint(0, 0), t->parentWidget()->size()).contains(t->geometry()))
-                    << t->parentWidget()->objectName().toStdString() << "/" << t->objectName().toStdString();
+        for (QToolButton* t : vista.findChildren<QToolButton*>()) {
+            if (!t->isVisible()) continue;
+            EXPECT_TRUE(QRect(QPoint(0, 0), t->parentWidget()->size()).contains(t->geometry()))
+                << t->parentWidget()->objectName().toStdString() << "/" << t->objectName().toStdString();
+        }
         for (QWidget* b : botones) {
             EXPECT_GE(std::min(b->width(), b->height()), 36) << b->objectName().toStdString();
             for (QWidget* otro : botones) {
