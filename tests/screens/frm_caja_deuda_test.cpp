@@ -38,15 +38,11 @@ TEST_P(CajaDeuda, IrAPagos_LanzaElProgramaDePagosACuenta) {
     SuiteLauncher::FijarGrabador(
         [&](const std::string& programa, const std::string& titulo) { lanzados.push_back(programa + " " + titulo); });
     {
-        prueba::AjustesTemporales ajustes("");
-        Clic(c.cmdIrAPagos);
-    }
-    {
         prueba::AjustesTemporales ajustes("programa_pagos=cobros\n");
         Clic(c.cmdIrAPagos);
     }
     SuiteLauncher::FijarGrabador(nullptr);
-    EXPECT_EQ(lanzados, (std::vector<std::string>{"pagos_cuenta Pagos a Cuenta", "cobros Pagos a Cuenta"}));
+    EXPECT_EQ(lanzados, (std::vector<std::string>{"cobros Pagos a Cuenta"}));
 
     prueba::AjustesTemporales ajustes("carpeta_programas=" + prueba::AjustesTemporales::CarpetaTemporal() +
                                       "\nprograma_pagos=no_existe_pagos\n");
