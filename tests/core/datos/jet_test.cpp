@@ -88,6 +88,14 @@ TEST_P(JetTest, SentenciasDelTpv_DanLasFilasDeJet) {
          "productos.codigo = productos_codigosextra.codigo order by productos.codigo",
          {"María pan|EXTRA1", "MARTA leche|8410001"}},
         {"Select distinct(iva) as tipo from productos order by 1", {"10", "21"}},
+        {"Select sum(productos.precio) as t from productos INNER JOIN Productos_CodigosExtra on "
+         "productos.codigo = productos_codigosextra.codigo where productos.borrar = false",
+         {"2.2"}},
+        // NULL sorts below every number either way; sums of no rows are NULL.
+        {"select codigo from productos order by stock desc", {"1", "4", "3", "2"}},
+        {"select codigo from productos order by stock", {"2", "3", "4", "1"}},
+        {"select sum(precio) as t, sum(stock) as s from productos where codigo = 99", {"NULL|NULL"}},
+        {"select count(*) as n from productos where nombre like 'l''%'", {"0"}},
     };
     for (const auto& c : casos) {
         SCOPED_TRACE(c.sql);
@@ -118,11 +126,13 @@ TEST_P(JetTest, FechasConMesDelante_YBetween) {
 TEST_P(JetTest, EscrituraConValoresRegionales_YPosicional) {
     Ejecutar({
         "insert into cabecera_factura_temp (numero, total, terminal) values (7, 0, 'CAJA1')",
-        "update cabecera_factura_temp set total='12,5', impuesto = '1,14' where numero = 7",
+        "update cabecera_factura_temp set total='1.234,5', impuesto = '-1,14' where numero = 7",
         "Insert into relaciones_fijas values ('TarifaAplicada',3,'CAJA1A',null)",
         "delete * from productos where codigo = 4",
+        "Delete from clientes where codigo = -1",
     });
-    EXPECT_EQ(Filas("select total, impuesto from cabecera_factura_temp where numero = 7"), V{"12.5|1.14"});
+    EXPECT_EQ(Filas("select total, impuesto from cabecera_factura_temp where numero = 7"), V{"1234.5|-1.14"});
+    EXPECT_EQ(Valor("select count(*) from clientes").integer(), 2);
     EXPECT_EQ(Filas("Select daton, datoa, otros from relaciones_fijas where indice = 'TarifaAplicada'"), V{"3|CAJA1A|NULL"});
     EXPECT_EQ(Valor("select count(*) from productos").integer(), 3);
     EXPECT_EQ(cn.Execute("update productos set stock = stock - 1 where borrar = false"), 2);
