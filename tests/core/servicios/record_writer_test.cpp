@@ -72,30 +72,6 @@ TEST_P(RecordWriterTest, Multitienda_LaTiendaLaPoneElServicioEnAltasYCambios) {
     EXPECT_EQ(Cuenta("gastos"), 1);
 }
 
-TEST_P(RecordWriterTest, TablasDeVenta_TienenLasColumnasQueLeenElTicketYLosAbonos) {
-    // The payment of an open sale (NULL until set) and the order number that
-    // a refund carries like the closed sale it copies.
-    const struct {
-        const char* tabla;
-        const char* campos;
-        const char* lectura;
-        Value valor;
-    } casos[] = {
-        {"cabecera_factura_temp", "Numero=1|pago=3|", "select pago from cabecera_factura_temp where numero = 1", Value(3)},
-        {"cabecera_factura_temp", "Numero=2|", "select pago from cabecera_factura_temp where numero = 2", Value()},
-        {"cabecera_abono", "Numero=1|numpedido=12|pagoValeDescuento=2,5|",
-         "select numpedido from cabecera_abono where numero = 1", Value(12)},
-        {"cabecera_factura_anulaciones", "Numero=1|numpedido=7|",
-         "select numpedido from cabecera_factura_anulaciones where numero = 1", Value(7)},
-        {"detalle_factura_anulaciones", "Num_Factura=1|orden=4|",
-         "select orden from detalle_factura_anulaciones where num_factura = 1", Value(4)},
-    };
-    for (const auto& c : casos) {
-        rw.Insertar(cn, c.tabla, c.campos, "", false);
-        EXPECT_EQ(Valor(c.lectura), c.valor) << c.tabla << " " << c.campos;
-    }
-}
-
 TEST_P(RecordWriterTest, UnFalloNoEscribeNada) {
     Ejecutar({"insert into productos (codigo, nombre, salida, stock) values (44, 'Pan', 10, 5)"});
     auto desconocida = ErrorDe([&] { rw.Actualizar(cn, "productos", "Stock=1|Salidas=2|", "", false, "codigo = 44"); });

@@ -77,20 +77,6 @@ TEST(ConnectionOpener, BaseDeDatosPorDefectoYConNombre) {
     EXPECT_NE(ErrorDe([&] { co.Resolver(""); }).mensaje.find("base_de_datos"), std::string::npos);
 }
 
-TEST(ConnectionOpener, AbrirCierraYReabreLaConexion) {
-    const std::string uri = prueba::NuevaBase(prueba::Motor::SQLite);
-    AjustesTemporales ajustes("");
-    VariableTemporal variable("TPV_DATABASE", uri);
-    Connection cn;
-    ConnectionOpener::Instancia().Abrir("", cn);
-    cn.Execute("insert into gastos (motivo) values ('uno')");
-    ConnectionOpener::Instancia().Abrir("", cn);  // as every semaphore acquire does
-    EXPECT_TRUE(cn.IsOpen());
-    EXPECT_EQ(cn.ConnectionString(), uri);
-    cn.Close();
-    prueba::BorrarBase(prueba::Motor::SQLite, uri);
-}
-
 TEST(FuenteInformes, ResuelveElDsnPorEntornoOAjustes) {
     AjustesTemporales ajustes("dsn.Velmora=/srv/informes.db\n");
     {
@@ -105,21 +91,6 @@ TEST(FuenteInformes, ResuelveElDsnPorEntornoOAjustes) {
               "No se encuentra el nombre del origen de datos 'Otra': falta la clave \"dsn.Otra\" en el archivo de "
               "ajustes " +
                   ajustes.Ruta() + " (o la variable TPV_DSN_OTRA). [dsn=Otra]");
-}
-
-TEST(FuenteInformes, IdentificadoresDeLaMaquina) {
-    const std::string uri = prueba::NuevaBase(prueba::Motor::SQLite, "informes.schema");
-    AjustesTemporales ajustes("");
-    VariableTemporal variable("TPV_DSN_VELMORA", uri);
-    EXPECT_EQ(LeerIdentificadorTerminal(), "");  // no row
-    {
-        Connection cn;
-        cn.Open(uri);
-        cn.Execute("insert into listadostemporal (list1, list2) values ('B7', 'CAJA-1')");
-    }
-    EXPECT_EQ(LeerIdentificadorTerminal(), "CAJA-1");
-    EXPECT_EQ(LeerSegundoIdentificador(), "B7");
-    prueba::BorrarBase(prueba::Motor::SQLite, uri);
 }
 
 TEST(SuiteContext, SectorDelNombreDeLaBaseOAjustes) {
