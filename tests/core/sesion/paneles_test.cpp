@@ -18,18 +18,11 @@ using prueba::ErrorDe;
 class PanelesArranque : public prueba::SesionTest {
 protected:
     void ProveedoresConProductos() {
-        Ejecutar({
-            "insert into Proveedores (codigo,Nombre,imagen,color,prv_color,Borrar,posicion) values "
-            "(1,'Zeta',Null,Null,0,0,1)",
-            "insert into Proveedores (codigo,Nombre,imagen,color,prv_color,Borrar,posicion) values "
-            "(2,'Alfa','alfa.png',123,-1,0,2)",
-            "insert into Proveedores (codigo,Nombre,imagen,color,prv_color,Borrar,posicion) values "
-            "(3,'Beta',Null,Null,-1,0,3)",
-            "insert into Proveedores (codigo,Nombre,imagen,color,prv_color,Borrar,posicion) values "
-            "(4,'Borrado',Null,Null,0,-1,4)",
-            "insert into Proveedores (codigo,Nombre,imagen,color,prv_color,Borrar,posicion) values "
-            "(5,'Sin productos',Null,Null,0,0,5)",
-        });
+        for (const char* valores : {"(1,'Zeta',Null,Null,0,0,1)", "(2,'Alfa','alfa.png',123,-1,0,2)",
+                                    "(3,'Beta',Null,Null,-1,0,3)", "(4,'Borrado',Null,Null,0,-1,4)",
+                                    "(5,'Sin productos',Null,Null,0,0,5)"})
+            Ejecutar({std::string("insert into Proveedores (codigo,Nombre,imagen,color,prv_color,Borrar,posicion) "
+                                  "values ") + valores});
         for (int proveedor : {1, 2, 3, 4})
             Ejecutar({"insert into productos (Codigo,nombre,precio,proveedor,seccion) values (" +
                       std::to_string(proveedor) + ",'P',1," + std::to_string(proveedor) + ",0)"});
@@ -85,20 +78,13 @@ TEST_P(PanelesArranque, Empleados_VisiblesPorPosicionConColoresPorTurno) {
     std::filesystem::create_directories(carpeta);
     std::ofstream(carpeta / "ana.png") << "x";
     sesion().CarpetaFotos = carpeta.string() + "/";
-    Ejecutar({
-        "insert into empleados (codigo,nombre,apellidos,imagen,color,emp_color,baja,mostrar_caja,posicion) values "
-        "(1,'Ana','Gil','ana.png',Null,0,0,-1,5)",
-        "insert into empleados (codigo,nombre,apellidos,imagen,color,emp_color,baja,mostrar_caja,posicion) values "
-        "(2,'Luis','Mora','falta.png',Null,Null,0,-1,4)",
-        "insert into empleados (codigo,nombre,apellidos,imagen,color,emp_color,baja,mostrar_caja,posicion) values "
-        "(3,'Eva',Null,Null,Null,0,0,-1,3)",
-        "insert into empleados (codigo,nombre,apellidos,imagen,color,emp_color,baja,mostrar_caja,posicion) values "
-        "(4,'Pau','Sanz',Null,Null,0,0,-1,2)",
-        "insert into empleados (codigo,nombre,apellidos,imagen,color,emp_color,baja,mostrar_caja,posicion) values "
-        "(5,'Rosa','Vidal',Null,Null,0,0,-1,1)",
-        "insert into empleados (codigo,nombre,apellidos,baja,mostrar_caja,posicion) values (6,'De','Baja',-1,-1,0)",
-        "insert into empleados (codigo,nombre,apellidos,baja,mostrar_caja,posicion) values (7,'Oculto','X',0,0,0)",
-    });
+    for (const char* valores :
+         {"(1,'Ana','Gil','ana.png',Null,0,0,-1,5)", "(2,'Luis','Mora','falta.png',Null,Null,0,-1,4)",
+          "(3,'Eva',Null,Null,Null,0,0,-1,3)", "(4,'Pau','Sanz',Null,Null,0,0,-1,2)",
+          "(5,'Rosa','Vidal',Null,Null,0,0,-1,1)", "(6,'De','Baja',Null,Null,0,-1,-1,0)",
+          "(7,'Oculto','X',Null,Null,0,0,0,0)"})
+        Ejecutar({std::string("insert into empleados (codigo,nombre,apellidos,imagen,color,emp_color,baja,"
+                              "mostrar_caja,posicion) values ") + valores});
     CargarPanelEmpleados();
     const PanelRegistros& p = sesion().PanelEmpleados;
     EXPECT_EQ(Campo(p, &ButtonRecord::Codigo), (Textos{"5", "4", "3", "2", "1"}));
@@ -110,18 +96,11 @@ TEST_P(PanelesArranque, Empleados_VisiblesPorPosicionConColoresPorTurno) {
 }
 
 TEST_P(PanelesArranque, FormasPago_SinElSaldoYConSuTeclaDeFuncion) {
-    Ejecutar({
-        "insert into formapago (codigo,nombre,imagen,color,fpa_color,borrar,posicion) values "
-        "(1,'Contado',Null,Null,0,0,1)",
-        "insert into formapago (codigo,nombre,imagen,color,fpa_color,borrar,posicion) values (2,'Tarjeta','t.png',"
-        "255,-1,0,2)",
-        "insert into formapago (codigo,nombre,imagen,color,fpa_color,borrar,posicion) values (4,'Dinero en Deposito',"
-        "Null,Null,0,0,3)",
-        "insert into formapago (codigo,nombre,imagen,color,fpa_color,borrar,posicion) values "
-        "(3,'Mixto',Null,Null,0,0,4)",
-        "insert into formapago (codigo,nombre,imagen,color,fpa_color,borrar,posicion) values "
-        "(5,'Vale',Null,Null,0,-1,5)",
-    });
+    for (const char* valores : {"(1,'Contado',Null,Null,0,0,1)", "(2,'Tarjeta','t.png',255,-1,0,2)",
+                                "(4,'Dinero en Deposito',Null,Null,0,0,3)", "(3,'Mixto',Null,Null,0,0,4)",
+                                "(5,'Vale',Null,Null,0,-1,5)"})
+        Ejecutar({std::string("insert into formapago (codigo,nombre,imagen,color,fpa_color,borrar,posicion) values ") +
+                  valores});
     sesion().CarpetaFotos = "/fotos/";
     CargarPanelFormasPago();
     const PanelRegistros& p = sesion().PanelFormasPago;
