@@ -169,19 +169,6 @@ TEST_P(LineasVenta, NombreCorto_SusTresFormas) {
     EXPECT_EQ(CStr(Linea("nombreempleado", 1)), "");
 }
 
-TEST_P(LineasVenta, ServicioDeposito_ImporteDeLaPantallaSinImpuesto) {
-    Ejecutar({"insert into servicios (codigo,nombre,precio,iva) values (2,'Deposito',0,21)"});
-    controles.ImporteDinDep = 25;
-    Abrir();
-    Anadir(2, 1, "S");
-    EXPECT_EQ(Celda(1, kColPvp), "25");
-    EXPECT_EQ(Celda(1, kColTipo), "S");
-    EXPECT_EQ(NumLinea("precio", 1), 25);
-    EXPECT_EQ(NumLinea("impuesto", 1), 0);
-    EXPECT_EQ(NumLinea("tipoimpuesto", 1), 0);
-    EXPECT_EQ(CStr(Linea("tipo_venta", 1)), "S");
-}
-
 TEST_P(LineasVenta, CodigoInexistenteODesbordado_NoEscribeLinea) {
     Producto(40000, "Grande", "1", "21");
     Abrir();
