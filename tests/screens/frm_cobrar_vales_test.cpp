@@ -16,14 +16,11 @@ protected:
         if (IsSkipped() || HasFatalFailure()) return;
         Articulo(5, "8410001", "Colonia", "40");
         Articulo(6, "8410002", "Jabon", "12.1");
-        Ejecutar({"insert into vales_descuento (num_factura,importe,descuento,desde,hasta,impMinProxCompra,estado) "
-                  "values (40,0,10,#11/15/2026#,#12/15/2026#,0,0)",
-                  "insert into vales_descuento (num_factura,importe,descuento,desde,hasta,impMinProxCompra,estado) "
-                  "values (42,0,10,#11/01/2026#,#12/15/2026#,0,-1)",
-                  "insert into vales_descuento (num_factura,importe,descuento,desde,hasta,impMinProxCompra,estado) "
-                  "values (43,0,10,#10/01/2026#,#11/14/2026#,0,0)",
-                  "insert into vales_descuento (num_factura,importe,descuento,desde,hasta,impMinProxCompra,estado) "
-                  "values (44,0,10,#11/01/2026#,#12/15/2026#,41,0)"});
+        // 40 in force, 42 used up, 43 expired yesterday, 44 for purchases over 41.
+        for (const char* vale : {"40,0,10,#11/15/2026#,#12/15/2026#,0,0", "42,0,10,#11/01/2026#,#12/15/2026#,0,-1",
+                                 "43,0,10,#10/01/2026#,#11/14/2026#,0,0", "44,0,10,#11/01/2026#,#12/15/2026#,41,0"})
+            Ejecutar({std::string("insert into vales_descuento (num_factura,importe,descuento,desde,hasta,"
+                                  "impMinProxCompra,estado) values (") + vale + ")"});
     }
 
     void AplicarVale(frmCobrar& f, const std::string& numero) {
