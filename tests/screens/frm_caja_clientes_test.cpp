@@ -1,13 +1,14 @@
 // The customer of the sale on the till: a card read into txtNomCliente and
 // its silent fallback, what the till shows of a customer, the search left
-// without a choice, the product search, the new card cancelled, and the
-// history tool.
+// without a choice, the product search, the new card cancelled, the history
+// tool, the debt's panel and the program of payments on account.
 #include <cstdlib>
 
 #include "core/servicios/suite_launcher.hpp"
 #include "core/sesion/clientes.hpp"
 #include "screens/frm_buscar.hpp"
 #include "screens/frm_clientes.hpp"
+#include "tests/core/servicios/entorno_prueba.hpp"
 #include "tests/screens/caja_prueba.hpp"
 
 namespace tpv {
@@ -193,6 +194,50 @@ TEST_P(CajaClientes, Historico_DejaElClienteEnPasardatosYVuelveALaBase) {
     EXPECT_EQ(CStr(rs.Get("terminal")), "PC2");
     rs.Close();
     EXPECT_TRUE(Avisos().empty());
+}
+
+// The debt's panel goes after its time and goes back to its place for the
+// next customer.
+TEST_P(CajaClientes, PanelDeDeuda_SeVaTrasSeisMilTicksYVuelveASuSitio) {
+    frmCaja& c = Abrir();
+    const double izquierda = c.frDeuda.left, arriba = c.frDeuda.top;
+    c.frDeuda.visible = true;
+    c.frDeuda.left = izquierda + 500;  // moved meanwhile
+    c.tmrfinDeuda.SetEnabled(true);
+    anfitrion.Avanzar(5999);
+    EXPECT_TRUE(c.frDeuda.visible);
+    EXPECT_TRUE(c.tmrfinDeuda.enabled);
+    anfitrion.Avanzar(1);
+    EXPECT_FALSE(c.frDeuda.visible);
+    EXPECT_FALSE(c.tmrfinDeuda.enabled);
+    EXPECT_EQ(c.frDeuda.left, izquierda);
+    EXPECT_EQ(c.frDeuda.top, arriba);
+    // The count starts again for the next customer.
+    c.frDeuda.visible = true;
+    c.tmrfinDeuda.SetEnabled(true);
+    anfitrion.Avanzar(5999);
+    EXPECT_TRUE(c.frDeuda.visible);
+}
+
+// The program of payments on account may be named in the settings; one that
+// can't be started leaves the till as it was.
+TEST_P(CajaClientes, IrAPagos_LanzaElProgramaDePagosACuenta) {
+    frmCaja& c = Abrir();
+    std::vector<std::string> lanzados;
+    SuiteLauncher::FijarGrabador(
+        [&](const std::string& programa, const std::string& titulo) { lanzados.push_back(programa + " " + titulo); });
+    {
+        prueba::AjustesTemporales ajustes("programa_pagos=cobros\n");
+        Clic(c.cmdIrAPagos);
+    }
+    SuiteLauncher::FijarGrabador(nullptr);
+    EXPECT_EQ(lanzados, (std::vector<std::string>{"cobros Pagos a Cuenta"}));
+
+    prueba::AjustesTemporales ajustes("carpeta_programas=" + prueba::AjustesTemporales::CarpetaTemporal() +
+                                      "\nprograma_pagos=no_existe_pagos\n");
+    Clic(c.cmdIrAPagos);
+    EXPECT_TRUE(Avisos().empty());
+    EXPECT_TRUE(c.Cargada());
 }
 
 TPV_EN_CADA_MOTOR(CajaClientes);
