@@ -42,8 +42,9 @@ void frmCobrar::cmdAplicaVale_Click() {
     NumeroVale = CLng(Value(txtnumVale.Text()));
     cmdCancelaVale_Click();
     // A sale wholly paid by the voucher finishes by itself, with the first
-    // method of the panel.
-    if (Val(CajaText_Pago.Text()) == 0 && !PanelFormasPago.Botones().empty()) {
+    // method of the panel. The amount left is read whole, cents included: a
+    // rest below one unit is still to be paid.
+    if (CDbl(Value(CajaText_Pago.Text())) == 0 && !PanelFormasPago.Botones().empty()) {
         const ButtonRecord& primero = PanelFormasPago.Botones().front();
         SeleccionFPago(primero.Codigo, primero.Texto);
         cmd_FinVenta_Click();
