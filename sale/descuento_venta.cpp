@@ -11,8 +11,9 @@ namespace tpv {
 namespace {
 
 // The taxes of an amount at the row's rates, each rounded to the shop's
-// decimals; the second only where a second tax is in force.
-void Impuestos(const Grid& grid, long fila, double importe, LineaTemp& l) {
+// decimals. The second is reckoned at the row's second rate whether or not a
+// second tax is in force when `segundoSiempre`, else only where it is.
+void Impuestos(const Grid& grid, long fila, double importe, LineaTemp& l, bool segundoSiempre) {
     const Sesion& s = sesion();
     const TaxCalculator& calculo = TaxCalculator::Instancia();
     const int decimales = s.opciones.NumDecimales;
@@ -20,7 +21,7 @@ void Impuestos(const Grid& grid, long fila, double importe, LineaTemp& l) {
     l.tipoImpuesto2 = NumeroCelda(grid, fila, kColImpuesto2);
     l.impuesto = Fmt(calculo.CalcularImpuesto(importe, l.tipoImpuesto, s.opciones.iva), decimales);
     l.impuesto2 = 0;
-    if (s.configuracionregional.segundoimpuesto)
+    if (segundoSiempre || s.configuracionregional.segundoimpuesto)
         l.impuesto2 = Fmt(calculo.CalcularImpuesto(importe, l.tipoImpuesto2, s.opciones.iva), decimales);
 }
 
@@ -55,8 +56,10 @@ void AplicarDescuentoGrid(Grid& grid, std::int32_t numero, double& porcentaje) {
             const double nuevo = base - descuento;
             grid.SetTextMatrix(fila, kColImporte, FormatNumber(Value(nuevo), decimales));
             grid.SetTextMatrix(fila, kColDescuento, CStr(Value(acumulado + descuento)));
+            // The second tax follows the row's second rate even in a shop
+            // that doesn't charge one, as the sale's discount always did.
             LineaTemp l = LineaDeFila(grid, fila, numero);
-            Impuestos(grid, fila, nuevo, l);
+            Impuestos(grid, fila, nuevo, l, true);
             GrabarLineaTemp(l, false, FilaCorta(fila));
         } else {
             // The unit price is net here: the line's amount is rebuilt from
@@ -67,7 +70,7 @@ void AplicarDescuentoGrid(Grid& grid, std::int32_t numero, double& porcentaje) {
             grid.SetTextMatrix(fila, kColPrecio, FormatNumber(Value(nuevo), decimales));
             LineaTemp l = LineaDeFila(grid, fila, numero);
             const double neto = NumeroCelda(grid, fila, kColPrecio) * l.unidades;
-            Impuestos(grid, fila, neto, l);
+            Impuestos(grid, fila, neto, l, false);
             grid.SetTextMatrix(fila, kColImporte, FormatNumber(Value(neto + l.impuesto + l.impuesto2), decimales));
             grid.SetTextMatrix(fila, kColDescuento, CStr(Value(acumulado + descuento)));
             l.precio = NumeroCelda(grid, fila, kColImporte);
