@@ -75,8 +75,13 @@ void TeclaEnTexto(TextBox& caja, int codigo, bool soloDigitos) {
         texto = Left(texto, Len(texto) - 1);
     } else {
         if (soloDigitos && (codigo < '0' || codigo > '9')) return;
-        if (!texto.empty() && caja.selStart == 0 && caja.selLength >= Len(texto)) texto.clear();
-        texto += Chr(codigo);
+        // A text wholly selected is emptied before the character goes in:
+        // two changes, so the box's Change runs on the empty text too.
+        if (!texto.empty() && caja.selStart == 0 && caja.selLength >= Len(texto)) {
+            caja.selLength = 0;
+            caja.SetText("");
+        }
+        texto = caja.Text() + Chr(codigo);
     }
     caja.selStart = Len(texto);
     caja.selLength = 0;

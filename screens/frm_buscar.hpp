@@ -27,8 +27,8 @@ void PonerTeclado(Ventana& v, TecladoLetras& teclas, Control* marco, double x, d
                   const std::function<void(int codigo)>& pulsada);
 
 // One key of the on-screen keyboard on `caja`: 8 takes its last character;
-// any other code, when `soloDigitos` only a digit, replaces the whole text
-// if it is all selected, else is appended.
+// any other code, when `soloDigitos` only a digit, is appended, the text
+// being emptied first when it is all selected.
 void TeclaEnTexto(TextBox& caja, int codigo, bool soloDigitos);
 
 class frmBuscar : public Ventana {
