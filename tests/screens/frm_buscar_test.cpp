@@ -1,6 +1,7 @@
 // The search screen in both faces: what each box filters on, the product
 // statements, an apostrophe typed in a search box, the on-screen keyboard,
 // the Enter walk and the clean button.
+#include <functional>
 #include <vector>
 
 #include "screens/frm_buscar.hpp"
@@ -207,6 +208,25 @@ TEST_P(Buscar, Teclado_CambiarFocoYTeclasDeFuncion) {
     EXPECT_EQ(b.ListBusClie.ListCount(), 0);
     EXPECT_EQ(b.txtapellidos.Text(), "");
     EXPECT_EQ(b.ActiveControl(), &b.txtnombre);
+
+    // Over a wholly selected name the box is emptied, then takes the key: its
+    // live search runs on both texts.
+    b.txtnombre.SetText("Zo");  // nobody: its box
+    b.txtnombre.selStart = 0;
+    b.txtnombre.selLength = 2;
+    lineas.clear();
+    Filas_t busquedas;
+    const std::function<void()> buscar = b.txtnombre.Change;
+    b.txtnombre.Change = [&] {
+        busquedas.push_back(b.txtnombre.Text());
+        buscar();
+    };
+    tecla('B');
+    b.txtnombre.Change = buscar;
+    EXPECT_EQ(busquedas, (Filas_t{"", "B"}));
+    EXPECT_EQ(Filas(b.ListBusClie), (Filas_t{"Begoña Gil"}));
+    EXPECT_TRUE(Avisos().empty());  // the empty name finds every customer: no box
+
     Unica<frmCaja>().lblCodCliente.caption = "0";
     TeclaFuncion(b.txtnombre, 4);
     EXPECT_FALSE(b.Cargada());

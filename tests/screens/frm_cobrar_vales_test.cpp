@@ -104,6 +104,32 @@ TEST_P(CobroVale, DosCajas_LaSegundaNoCambiaElValeYConservaElDescuento) {
     EXPECT_EQ(Filas("select descuento,estado from vales_descuento where num_factura = 40"), Esperadas{"0|-1"});
 }
 
+// The voucher's share is measured on the whole units of the total (10 of
+// 10,80), but what is left afterwards counts with its cents: 0,54 still has
+// to be paid, and only a rest of nothing finishes the sale by itself.
+TEST_P(CobroVale, ValeQueCasiPaga_ElRestoConCentimosNoTermina) {
+    const struct {
+        const char* valor;
+        const char* resto;
+        bool terminada;
+    } casos[] = {{"9.5", "0,54", false}, {"10", "0,00", true}};
+    Articulo(7, "8410003", "Perfume", "10.8");
+    for (const auto& c : casos) {
+        SCOPED_TRACE(c.valor);
+        Ejecutar({"delete * from vales_descuento", "delete * from cabecera_factura",
+                  std::string("insert into vales_descuento (num_factura,importe,descuento,desde,hasta,"
+                              "impMinProxCompra,estado) values (40,0,") +
+                      c.valor + ",#01/01/2020#,#01/01/1900#,0,0)"});
+        frmCobrar& f = Cobro({"8410003"}, "4");
+        AplicarVale(f, "40");
+        EXPECT_EQ(f.NumeroVale, 40);
+        EXPECT_EQ(f.CajaText_Pago.Text(), c.resto);
+        EXPECT_EQ(!f.Cargada(), c.terminada);
+        EXPECT_EQ(Filas("select count(*) from cabecera_factura"), Esperadas{c.terminada ? "1" : "0"});
+        EXPECT_EQ(Filas("select count(*) from cabecera_pago"), Esperadas{"0"});
+    }
+}
+
 TPV_EN_CADA_MOTOR(CobroVale);
 
 }  // namespace
