@@ -9,6 +9,7 @@
 // to that day sees the same shop on any day it runs.
 // Without REPORTING_DATABASE a file "informes.db" beside DATABASE is used.
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -19,6 +20,7 @@
 #include "core/datos/esquema.hpp"
 #include "core/datos/recordset.hpp"
 #include "core/datos/servidor.hpp"
+#include "core/runtime/conversiones.hpp"
 #include "core/runtime/fecha.hpp"
 #include "tools/demo/fotos.hpp"
 #include "tools/demo/tienda_demo.hpp"
@@ -50,13 +52,10 @@ void Uso() {
                  "  --hoy FECHA    cuenta las fechas de la demostracion desde ese dia y no desde hoy\n");
 }
 
-// "dd/mm/yyyy", a real day.
-bool LeerDia(std::string_view valor, DateTime& dia) {
-    int d = 0, m = 0, a = 0;
-    if (valor.size() != 10 || valor[2] != '/' || valor[5] != '/' || !fecha::LeerDigitos(valor, 0, 2, d) ||
-        !fecha::LeerDigitos(valor, 3, 2, m) || !fecha::LeerDigitos(valor, 6, 4, a) || !fecha::EsFechaValida(a, m, d))
-        return false;
-    dia = fecha::DesdeFecha(a, m, d);
+// A day as the till reads dates ("dd/mm/yyyy"); its time, if any, is dropped.
+bool LeerDia(const char* valor, DateTime& dia) {
+    if (!IsDate(Value(valor))) return false;
+    dia = DateTime{std::floor(CDate(Value(valor)).serial)};
     return true;
 }
 
